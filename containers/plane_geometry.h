@@ -1,0 +1,27 @@
+/// Plane geometry on integer pixels: distances, directions, point-in-shape tests, rotation.
+/// y grows downwards; angles run counter-clockwise as the picture is seen.
+#pragma once
+
+#include "TAVIX20/platform/types.h"
+
+namespace tavix {
+
+/// Euclidean distance in double precision.
+double Distance(int x1, int y1, int x2, int y2);
+
+/// Direction from the first to the second point in degrees, 0 <= result < 360; 0 for equal points.
+double Direction(int x1, int y1, int x2, int y2);
+
+/// Even-odd rule on the closed polygon: counts the edges that strictly cross the horizontal line
+/// through the point on its left side. An edge that ends on that line does not count.
+bool CrossesOdd(const tagPOINT *points, unsigned int count, const tagPOINT &point);
+
+/// True when the pixel (x, y) belongs to the region that CreatePolygonRgn makes of the points with
+/// the winding rule; answers from the edges that cross row y, without building the region.
+bool WindingRegionContains(const tagPOINT *points, int count, int x, int y);
+
+/// (x, y) turned about (cx, cy); positive degrees turn clockwise as the picture is seen.
+void RotatePoint(double x, double y, double degrees, double cx, double cy, double *outX,
+                 double *outY);
+
+} // namespace tavix

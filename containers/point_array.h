@@ -1,0 +1,118 @@
+/// CPointArray: a growable list of points that also serves as a polygon.
+#pragma once
+
+#include "TAVIX20/containers/record_store.h"
+#include "TAVIX20/platform/export.h"
+#include "TAVIX20/platform/geometry.h"
+#include "TAVIX20/platform/region.h"
+
+namespace TavixArray {
+
+/// Points in insertion order. Indices are trusted: 0 <= i < GetElementCount(), or what SetSize made
+/// room for. The array carries no lock.
+class TAVIX_API CPointArray : private detail::RecordStore<tagPOINT> {
+public:
+    CPointArray() : CPointArray(detail::DEFAULT_CAPACITY) {}
+    explicit CPointArray(int capacity) : RecordStore(capacity) {}
+    /// A copy of count points.
+    CPointArray(const tagPOINT *points, int count);
+    CPointArray(const CPointArray &) = default;
+    CPointArray(CPointArray &&) noexcept = default;
+    virtual ~CPointArray() = default;
+
+    /// Appends count points in order; nothing for count <= 0.
+    virtual void AddPoints(const tagPOINT *points, int count);
+    /// Appends the other array's points; an array may be appended to itself.
+    virtual void Add(const CPointArray &other);
+    /// Appends a point. A full array grows by ten: its capacity becomes the old count + 10.
+    virtual void Add(int x, int y);
+    /// Appends a point. A full array grows by one: its capacity becomes the new count.
+    virtual void Add(const tagPOINT &point);
+    virtual void Remove(int index);
+    /// Overwrites the point at index after copying the points behind it up by one: inserting n at 1
+    /// into a, b, c gives a, n, c, c.
+    virtual void Insert(int index, int x, int y);
+    virtual void Insert(int index, const tagPOINT &point);
+    /// Makes room for size points. The count stays, even above size.
+    virtual void SetSize(int size);
+    /// Sets the count, with no test against the capacity: for callers that filled the block through
+    /// GetBufPtr after SetSize.
+    virtual void SetElementIndex(int count);
+    virtual int GetElementCount() const;
+    /// Empties the array; the capacity becomes 10.
+    virtual void RemoveAll();
+    virtual tagPOINT &operator[](int index);
+    virtual void SetAt(int index, int x, int y);
+    virtual void SetAt(int index, const tagPOINT &point);
+    /// Index of a point equal to (x, y), or -1. With threaded 0, or fewer points than workers, the
+    /// first one at or after start. Otherwise the worker threads search equal slices, start is not
+    /// used, and among several equal points any of them may be reported.
+    virtual int Find(int x, int y, int start, int threaded) const;
+    virtual int Find(const tagPOINT &point, int start, int threaded) const;
+    virtual void ReverseElements();
+    /// Ascending by x; equal x keep their order.
+    virtual void SortX();
+    /// Ascending by y; equal y keep their order.
+    virtual void SortY();
+
+    CPointArray &operator=(const CPointArray &) = default;
+    CPointArray &operator=(CPointArray &&) noexcept = default;
+    /// 1 when both hold equal points in the same order, else 0.
+    int operator==(const CPointArray &other) const;
+    /// 1 only when the counts are equal and some point differs. Arrays of different counts give 0
+    /// here and with ==; callers rely on that.
+    int operator!=(const CPointArray &other) const;
+    /// Appends the other array's points to this one.
+    CPointArray &operator+(const CPointArray &other);
+
+    const tagPOINT &operator[](int index) const { return Record(index); }
+    tagPOINT &GetAt(int index) { return Record(index); }
+    const tagPOINT &GetAt(int index) const { return Record(index); }
+    /// The block itself; the array keeps it, and any growth may move it.
+    tagPOINT *GetBufPtr() { return m_block.data(); }
+    const tagPOINT *GetBufPtr() const { return m_block.data(); }
+    /// A copy of the points that the caller frees with delete[]; null when the array is empty or
+    /// memory runs out.
+    tagPOINT *GetPointPtr() const;
+
+    /// Smallest and largest coordinates, both inclusive; (0, 0, 0, 0) without points.
+    CRect GetBounds() const;
+    static CRect GetBounds(const tagPOINT *points, int count);
+    /// Mean of the coordinates, rounded to nearest (halves away from 0); (0, 0) without points.
+    tagPOINT CenterPoint() const;
+    /// Mean of the coordinates, truncated toward 0; 0 without points.
+    int GetAverageX() const;
+    int GetAverageY() const;
+    /// Index of the first point equal to (x, y), or -1.
+    int IsPoint(int x, int y) const;
+    /// Removes the first point equal to (x, y), if there is one.
+    void RemovePoint(int x, int y);
+    void Offset(int dx, int dy);
+    /// Multiplies the coordinates and rounds to nearest (halves away from 0).
+    void Scale(double sx, double sy);
+
+    /// The polygon's pixels by the winding rule. The caller deletes the region; null as
+    /// ::CreatePolygonRgn gives it.
+    HRGN CreatePolygonRgn() const;
+    /// 1 when the pixel (x, y) belongs to the polygon's region by the winding rule, else 0.
+    int PtInPolygon(int x, int y) const;
+    static int PtInPolygon(const tagPOINT *points, int count, int x, int y);
+
+    /// Keeps the points that lie in one of the rectangles, all edges inclusive.
+    void SetROI(const tagRECT *rects, int count);
+    /// The same with the region's rectangles: their exclusive right and bottom edges count as
+    /// inside here. A null region changes nothing.
+    void SetROI(HRGN region);
+
+    /// Replaces the points by those of a text file, one "x,y" a line; lines with another number of
+    /// fields are skipped. Returns 1, or 0 (array unchanged) when the file cannot be opened.
+    int OpenFile(const char *path);
+    /// Writes one line "x,y" a point, ended by CR LF. Returns 1, or 0 when the file cannot be
+    /// opened.
+    int SaveFile(const char *path) const;
+
+private:
+    std::int32_t m_extra = 0; ///< Free for the owner of the array; copied with it.
+};
+
+} // namespace TavixArray

@@ -1,0 +1,231 @@
+/// The storage that all arrays share: a counted block of records with the growth, insertion and
+/// sorting rules of the family. Each array class adds its own record, fields and public members.
+///
+/// The capacity is the one that the growth rules state; the block behind it grows geometrically, so
+/// adding n records costs O(n) although the stated capacity may rise one by one. New records are
+/// zero. When memory runs out an operation leaves the array as it was.
+#pragma once
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <functional>
+#include <new>
+#include <stdexcept>
+#include <type_traits>
+#include <vector>
+
+namespace TavixArray::detail {
+
+inline constexpr std::int32_t DEFAULT_CAPACITY = 10;
+
+/// Field order of most arrays.
+template <typename T>
+struct CapacityFirst {
+    std::int32_t m_capacity = 0;
+    std::int32_t m_count = 0;
+    std::vector<T> m_block; ///< Holds at least max(capacity, count) records.
+};
+
+/// Field order of the arrays that keep their count first.
+template <typename T>
+struct CountFirst {
+    std::int32_t m_count = 0;
+    std::int32_t m_capacity = 0;
+    std::vector<T> m_block;
+};
+
+template <typename T, template <typename> class Fields = CapacityFirst>
+class RecordStore : protected Fields<T> {
+protected:
+    using Fields<T>::m_capacity;
+    using Fields<T>::m_count;
+    using Fields<T>::m_block;
+
+    explicit RecordStore(std::int32_t capacity) {
+        m_capacity = std::max(capacity, 0);
+        m_block.resize(static_cast<std::size_t>(m_capacity));
+    }
+
+    /// Copies hold exactly the counted records: their capacity is their count.
+    RecordStore(const RecordStore &other) : Fields<T>() { CopyRecords(other); }
+    RecordStore &operator=(const RecordStore &other) {
+        if (this != &other)
+            CopyRecords(other);
+        return *this;
+    }
+    RecordStore(RecordStore &&other) noexcept { Swap(other); }
+    RecordStore &operator=(RecordStore &&other) noexcept {
+        Swap(other);
+        return *this;
+    }
+    ~RecordStore() = default;
+
+    void Swap(RecordStore &other) noexcept {
+        std::swap(m_capacity, other.m_capacity);
+        std::swap(m_count, other.m_count);
+        m_block.swap(other.m_block);
+    }
+
+    T &Record(std::int32_t i) { return m_block[static_cast<std::size_t>(i)]; }
+    const T &Record(std::int32_t i) const { return m_block[static_cast<std::size_t>(i)]; }
+
+    /// The counted records.
+    T *begin() { return m_block.data(); }
+    T *end() { return m_block.data() + Counted(); }
+    const T *begin() const { return m_block.data(); }
+    const T *end() const { return m_block.data() + Counted(); }
+
+    /// Adds a copy of the record; a full array's capacity rises to count + step.
+    bool Append(const T &record, std::int32_t step = 1) {
+        T copy = record; // The record may lie in this block.
+        if (!Grow(1, step))
+            return false;
+        Record(m_count++) = std::move(copy);
+        return true;
+    }
+
+    /// Adds n records one after another, with the capacity that single additions would leave. They
+    /// may lie in this block.
+    void AppendAll(const T *records, std::int32_t n) {
+        if (n <= 0)
+            return;
+        try {
+            const std::vector<T> copy(records, records + n);
+            if (!Grow(n, n))
+                return;
+            std::copy(copy.begin(), copy.end(), begin() + m_count);
+            m_count += n;
+        } catch (const std::bad_alloc &) {
+        }
+    }
+
+    /// Copies the records after i up by one, then overwrites record i: what stood at i is lost and
+    /// what followed it stands twice. Callers of the exported Insert operations rely on exactly
+    /// this. In front of the last record, that record's copy fills the new place at the end.
+    void Overwrite(std::int32_t i, const T &record) {
+        T copy = record;
+        if (!Grow(1, 1))
+            return;
+        for (std::int32_t k = m_count - 1; k > i; --k)
+            Record(k + 1) = Record(k);
+        if (i == m_count - 1)
+            Record(m_count) = Record(i);
+        Record(i) = std::move(copy);
+        ++m_count;
+    }
+
+    /// Moves the records after i down by one.
+    void Erase(std::int32_t i) {
+        std::move(begin() + i + 1, end(), begin() + i);
+        --m_count;
+    }
+
+    /// Removes the records for which the predicate holds; returns how many.
+    template <typename Predicate>
+    std::int32_t EraseIf(Predicate predicate) {
+        T *const kept = std::remove_if(begin(), end(), predicate);
+        const auto removed = static_cast<std::int32_t>(end() - kept);
+        m_count -= removed;
+        return removed;
+    }
+
+    void Clear() {
+        m_block = std::vector<T>(static_cast<std::size_t>(DEFAULT_CAPACITY));
+        m_capacity = DEFAULT_CAPACITY;
+        m_count = 0;
+    }
+
+    /// Makes room for n records and one more and states n as the capacity. The count stays, even
+    /// above n; records in use are kept. A negative n changes nothing.
+    void Resize(std::int32_t n) {
+        if (n < 0)
+            return;
+        if (Reallocate(std::max(static_cast<std::size_t>(n) + 1, Counted())))
+            m_capacity = n;
+    }
+
+    /// Makes room for exactly n records and sets the count to n.
+    void ResizeCounted(std::int32_t n) {
+        if (n < 0 || !Reallocate(static_cast<std::size_t>(n)))
+            return;
+        m_capacity = n;
+        m_count = n;
+    }
+
+    /// Stable ascending sort by key(record): the order that bubble sort passes would leave. A key
+    /// that is not a number never compares greater, so such a record stays where it is and no
+    /// other passes it.
+    template <typename Key>
+    void SortBy(Key key) {
+        using Value = std::remove_cvref_t<std::invoke_result_t<Key, const T &>>;
+        const auto less = [&key](const T &a, const T &b) {
+            return std::invoke(key, a) < std::invoke(key, b);
+        };
+        if constexpr (std::is_floating_point_v<Value>) {
+            const auto isBarrier = [&key](const T &r) { return std::isnan(std::invoke(key, r)); };
+            for (T *first = begin(); first != end();) {
+                T *const barrier = std::find_if(first, end(), isBarrier);
+                std::stable_sort(first, barrier, less);
+                first = barrier == end() ? barrier : barrier + 1;
+            }
+        } else {
+            std::stable_sort(begin(), end(), less);
+        }
+    }
+
+    /// Index of the first record from max(start, 0) on that satisfies the predicate, or -1.
+    template <typename Predicate>
+    std::int32_t FindFrom(std::int32_t start, Predicate predicate) const {
+        for (std::int32_t i = std::max(start, 0); i < m_count; ++i)
+            if (predicate(Record(i)))
+                return i;
+        return -1;
+    }
+
+private:
+    /// The counted records that exist: a count set by hand may lie beyond the block.
+    std::size_t Counted() const {
+        return std::min(static_cast<std::size_t>(std::max(m_count, 0)), m_block.size());
+    }
+
+    void CopyRecords(const RecordStore &other) {
+        m_block.assign(other.begin(), other.end());
+        m_count = static_cast<std::int32_t>(m_block.size());
+        m_capacity = m_count;
+    }
+
+    bool Grow(std::int32_t added, std::int32_t step) {
+        const std::int64_t needed = std::int64_t{m_count} + added;
+        const std::int64_t stated = needed > m_capacity ? std::int64_t{m_count} + step : m_capacity;
+        if (m_count < 0 || stated > INT32_MAX)
+            return false;
+        try {
+            const auto size = static_cast<std::size_t>(std::max(needed, stated));
+            if (m_block.size() < size)
+                m_block.resize(size);
+        } catch (const std::bad_alloc &) {
+            return false;
+        }
+        m_capacity = static_cast<std::int32_t>(stated);
+        return true;
+    }
+
+    bool Reallocate(std::size_t size) {
+        try {
+            if (size > m_block.size()) {
+                m_block.resize(size);
+            } else {
+                m_block.resize(size);
+                m_block.shrink_to_fit();
+            }
+        } catch (const std::bad_alloc &) {
+            return false;
+        } catch (const std::length_error &) {
+            return false;
+        }
+        return true;
+    }
+};
+
+} // namespace TavixArray::detail

@@ -1,0 +1,24 @@
+/// What tavix-inspect computes and prints.
+#pragma once
+
+#include "options.h"
+
+#include <TAVIX20.h>
+
+#include <memory>
+
+struct Inspection {
+    std::unique_ptr<CTavixImage8> picture; ///< As loaded.
+    long threshold;                        ///< The automatic threshold.
+    CBlobRectArray blobs;
+};
+
+/// Loads the picture, makes a two-level copy and lists its blobs. Nothing, with the reason on
+/// standard error, when the file is not a picture with one or three channels.
+std::optional<Inspection> Inspect(const Options &options);
+
+/// Prints threshold, blobs and their number to standard output.
+void PrintReport(const Inspection &inspection);
+
+/// Writes the blobs as comma-separated values. False when the file cannot be written.
+bool WriteCsv(const CBlobRectArray &blobs, const std::string &path);

@@ -1,0 +1,95 @@
+/// CTavixImage8: an 8-bit grey image with an optional region-of-interest mask.
+#pragma once
+
+#include "TAVIX20/image/tavix_image.h"
+#include "TAVIX20/platform/region.h"
+
+#include <cstdlib>
+
+class CBlobRectArray;
+
+class TAVIX_API CTavixImage8 : public CTavixImage {
+public:
+    CTavixImage8() : CTavixImage(8) {}
+    /// As Create.
+    CTavixImage8(int width, int height);
+    /// As SetImagePtr.
+    CTavixImage8(int width, int height, const unsigned char *bytes);
+    /// A deep copy of the pixels; the mask is not copied.
+    CTavixImage8(const CTavixImage8 &source);
+    /// From an IplImage with one channel; empty for any other.
+    explicit CTavixImage8(void *image);
+    ~CTavixImage8() override;
+
+    using CTavixImage::GetImagePtr;
+    unsigned char *GetImagePtr(int x1, int y1, int x2, int y2) const override;
+    void SetImagePtr(void *image) override;
+    void SetImagePtr(int width, int height, const unsigned char *bytes) override;
+    int SaveImage(const char *path) const override;
+    void *GetIplImage() const override;
+    int Create(int width, int height) override;
+    void PaintImage(CDC *dc, const CRect &rect) const override;
+    CTavixImage8 *GetImage8() const override;
+    CTavixImage24 *GetImage24() const override;
+    void Gray() override {}
+    CTavixImage *Clone() const override;
+
+    /// As GetImagePtr with a rectangle; parts outside the image, and the padding, are fill.
+    virtual unsigned char *GetImagePtr(int x1, int y1, int x2, int y2, unsigned char fill) const;
+    /// A deep copy of the pixels into this object; this object's mask stays.
+    virtual CTavixImage8 &operator=(const CTavixImage8 &source);
+
+    /// The byte at y * stride + x, or 0 when that offset lies outside the buffer. Only the offset
+    /// is tested: an x beyond the row reads padding or the neighbouring row.
+    unsigned char GetPixel(int x, int y) const;
+    /// Writes that byte; dropped when the offset lies outside the buffer.
+    void SetPixel(int x, int y, unsigned char value);
+    /// Sets every byte, padding included.
+    void Fill(unsigned char value);
+    /// Pastes the source with its top-left at (x, y); what lies right of or below this image is
+    /// dropped. With a negative x or y a pixel lands where its linear offset falls, if that lies in
+    /// the buffer.
+    void Copy(int x, int y, const CTavixImage8 *source);
+    void Copy(int x, int y, const CTavixImage8 &source) { Copy(x, y, &source); }
+
+    /// Takes a snapshot of the region's rectangles as mask; null changes nothing.
+    void SetROI(HRGN region);
+    void ReleaseROI();
+    /// 1 when a mask is set.
+    int IsROI() const;
+    /// 1 when a rectangle of the mask has left <= x <= right and top <= y <= bottom: its exclusive
+    /// right and bottom edges count as inside. 0 without a mask.
+    int PtInROI(int x, int y) const;
+
+    /// Otsu's threshold of the whole image, as cvThreshold computes it, truncated; 0 for an image
+    /// without pixels. The image is not changed.
+    /// Otsu, "A threshold selection method from gray-level histograms", 1979.
+    long GetAutoThreshold() const;
+    /// Makes the image two-level at Otsu's threshold: 255 above it, else 0. The value given is
+    /// handed to OpenCV together with the Otsu flag and so has no effect; callers rely on that.
+    void Threshold(int threshold);
+
+    /// Counts the 4-connected blobs of pixels equal to value that have minCount to maxCount pixels.
+    /// The trace of a blob stops at maxCount pixels: such a blob counts, and what remains of it is
+    /// traced anew, also from pixels that were visited. 0 without a buffer or when a bound is below
+    /// 1. See analysis/blob_tracer.h for the rules.
+    int GetBlobList(int value, long minCount, long maxCount);
+    /// Replaces the array by a record for each 4-connected blob of pixels equal to value with
+    /// minW <= right - left <= maxW - 1 and minH <= bottom - top <= maxH - 1, in the raster order of
+    /// their first pixels. A blob of one pixel is taken when minW and minH are exactly 1. Returns
+    /// the number of records; 0, and the array as it was, without a buffer, when minW or maxW is
+    /// below 1 or when memory runs out.
+    int GetBlobList(int value, long minW, long maxW, long minH, long maxH, CBlobRectArray &blobs);
+
+private:
+    struct FreeDeleter {
+        void operator()(void *block) const { std::free(block); }
+    };
+
+    /// Per pixel byte of the buffer, what a blob trace notes of it; made at the first blob call,
+    /// dropped when the buffer changes its size.
+    std::unique_ptr<unsigned char[]> m_visitMap;
+    std::unique_ptr<void, FreeDeleter> m_roiData; ///< A RGNDATA.
+    const RECT *m_roiRects = nullptr;
+    std::int32_t m_roiRectCount = 0;
+};

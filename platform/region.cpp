@@ -1,0 +1,116 @@
+// Regions over QRegion. QRegion fills a polygon by the same rule as the platform the interface
+// comes from: a pixel belongs to it when its centre does, with the left and top edges inside.
+
+#include "TAVIX20/platform/region.h"
+
+#include <QPolygon>
+#include <QRegion>
+
+#include <algorithm>
+#include <cstring>
+
+struct HRGN__ {
+    QRegion pixels;
+};
+
+namespace {
+
+bool InRange(LONG coordinate) {
+    return coordinate >= -MAX_REGION_COORDINATE && coordinate <= MAX_REGION_COORDINATE;
+}
+
+int KindOf(const QRegion &region) {
+    if (region.isEmpty())
+        return NULLREGION;
+    return region.rectCount() == 1 ? SIMPLEREGION : COMPLEXREGION;
+}
+
+RECT ToExclusiveRect(const QRect &rect) {
+    return {rect.x(), rect.y(), rect.x() + rect.width(), rect.y() + rect.height()};
+}
+
+} // namespace
+
+HRGN CreateRectRgn(int left, int top, int right, int bottom) {
+    if (!InRange(left) || !InRange(top) || !InRange(right) || !InRange(bottom))
+        return nullptr;
+    const auto [x1, x2] = std::minmax(left, right);
+    const auto [y1, y2] = std::minmax(top, bottom);
+    return new HRGN__{QRegion(x1, y1, x2 - x1, y2 - y1)};
+}
+
+HRGN CreatePolygonRgn(const POINT *points, int count, int fillMode) {
+    if (!points || count < 2 || (fillMode != ALTERNATE && fillMode != WINDING))
+        return nullptr;
+    QPolygon polygon;
+    polygon.reserve(count);
+    for (int i = 0; i < count; ++i) {
+        if (!InRange(points[i].x) || !InRange(points[i].y))
+            return nullptr;
+        polygon.append(QPoint(points[i].x, points[i].y));
+    }
+    return new HRGN__{QRegion(polygon, fillMode == WINDING ? Qt::WindingFill : Qt::OddEvenFill)};
+}
+
+int CombineRgn(HRGN target, HRGN source1, HRGN source2, int mode) {
+    if (!target || !source1 || (!source2 && mode != RGN_COPY))
+        return RGN_ERROR;
+    switch (mode) {
+    case RGN_AND:
+        target->pixels = source1->pixels & source2->pixels;
+        break;
+    case RGN_OR:
+        target->pixels = source1->pixels | source2->pixels;
+        break;
+    case RGN_XOR:
+        target->pixels = source1->pixels ^ source2->pixels;
+        break;
+    case RGN_DIFF:
+        target->pixels = source1->pixels - source2->pixels;
+        break;
+    case RGN_COPY:
+        target->pixels = source1->pixels;
+        break;
+    default:
+        return RGN_ERROR;
+    }
+    return KindOf(target->pixels);
+}
+
+DWORD GetRegionData(HRGN region, DWORD size, RGNDATA *data) {
+    if (!region)
+        return 0;
+    const auto count = static_cast<DWORD>(region->pixels.rectCount());
+    const DWORD rectBytes = count * static_cast<DWORD>(sizeof(RECT));
+    const DWORD needed = static_cast<DWORD>(sizeof(RGNDATAHEADER)) + rectBytes;
+    if (!data)
+        return needed;
+    if (size < needed)
+        return 0;
+
+    const RGNDATAHEADER header{static_cast<DWORD>(sizeof(RGNDATAHEADER)), RDH_RECTANGLES, count,
+                               rectBytes, ToExclusiveRect(region->pixels.boundingRect())};
+    auto *out = reinterpret_cast<char *>(data);
+    std::memcpy(out, &header, sizeof header);
+    out += sizeof header;
+    for (const QRect &piece : region->pixels) {
+        const RECT rect = ToExclusiveRect(piece);
+        std::memcpy(out, &rect, sizeof rect);
+        out += sizeof rect;
+    }
+    return size;
+}
+
+int PtInRegion(HRGN region, int x, int y) {
+    return region && region->pixels.contains(QPoint(x, y)) ? 1 : 0;
+}
+
+int EqualRgn(HRGN a, HRGN b) {
+    return a && b && a->pixels == b->pixels ? 1 : 0;
+}
+
+int DeleteObject(HRGN region) {
+    const int existed = region ? 1 : 0;
+    delete region;
+    return existed;
+}
