@@ -3,9 +3,41 @@
 #include <cstdio>
 #include <fstream>
 
+#include <fcntl.h>
+#include <unistd.h>
+
+namespace {
+
+/// Decoders of damaged files write to standard error by themselves; while this lives they do not,
+/// so that the program's own message is the only one.
+class MutedStandardError {
+public:
+    MutedStandardError() : m_saved(dup(STDERR_FILENO)) {
+        const int null = open("/dev/null", O_WRONLY);
+        dup2(null, STDERR_FILENO);
+        close(null);
+    }
+    ~MutedStandardError() {
+        dup2(m_saved, STDERR_FILENO);
+        close(m_saved);
+    }
+    MutedStandardError(const MutedStandardError &) = delete;
+    MutedStandardError &operator=(const MutedStandardError &) = delete;
+
+private:
+    int m_saved;
+};
+
+std::unique_ptr<CTavixImage8> LoadQuietly(const std::string &path) {
+    const MutedStandardError muted;
+    return std::unique_ptr<CTavixImage8>(CTavixImage::LoadImage8(path.c_str()));
+}
+
+} // namespace
+
 std::optional<Inspection> Inspect(const Options &options) {
     Inspection inspection;
-    inspection.picture.reset(CTavixImage::LoadImage8(options.image.c_str()));
+    inspection.picture = LoadQuietly(options.image);
     if (!inspection.picture || inspection.picture->IsEmpty()) {
         std::fprintf(stderr, "tavix-inspect: cannot read '%s' as a grey or colour picture\n",
                      options.image.c_str());

@@ -1,0 +1,90 @@
+#include "TAVIX20/support/worker_pool.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <numeric>
+#include <thread>
+#include <vector>
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+using tavix::WorkerPool;
+
+namespace {
+
+/// Adds 1 to every value of the slice.
+void Mark(WorkerPool &pool, std::vector<int> &values) {
+    pool.Run(static_cast<int>(values.size()), [&](const WorkerPool::Slice &slice) {
+        for (int i = slice.first; i < slice.end; ++i)
+            ++values[static_cast<std::size_t>(i)];
+    });
+}
+
+} // namespace
+
+TEST(WorkerPoolTest, SlicesAreEqualAndTheLastTakesTheRemainder) {
+    for (int workers : {1, 2, 3, 7}) {
+        WorkerPool pool(workers);
+        ASSERT_EQ(pool.GetWorkerCount(), workers);
+        for (int total : {0, 1, 5, 7, 100, 101}) {
+            std::vector<WorkerPool::Slice> slices(static_cast<std::size_t>(workers));
+            pool.Run(total, [&](const WorkerPool::Slice &slice) {
+                slices[static_cast<std::size_t>(slice.worker)] = slice;
+            });
+            for (int k = 0; k < workers; ++k) {
+                const auto &slice = slices[static_cast<std::size_t>(k)];
+                EXPECT_EQ(slice.worker, k);
+                EXPECT_EQ(slice.first, total / workers * k);
+                EXPECT_EQ(slice.end, k == workers - 1 ? total : total / workers * (k + 1));
+            }
+        }
+    }
+}
+
+TEST(WorkerPoolTest, ReturnsOnlyWhenAllWorkIsDone) {
+    WorkerPool pool(3);
+    std::vector<int> values(1001, 0);
+    for (int round = 1; round <= 200; ++round) {
+        Mark(pool, values);
+        ASSERT_EQ(std::accumulate(values.begin(), values.end(), 0), 1001 * round);
+    }
+}
+
+TEST(WorkerPoolTest, CallersFromSeveralThreadsTakeTurns) {
+    WorkerPool pool(2);
+    std::atomic<int> wrong = 0;
+    std::vector<std::thread> callers;
+    for (int caller = 0; caller < 4; ++caller)
+        callers.emplace_back([&] {
+            for (int round = 0; round < 100; ++round) {
+                std::vector<int> values(257, round);
+                Mark(pool, values);
+                if (values != std::vector<int>(257, round + 1))
+                    ++wrong;
+            }
+        });
+    for (std::thread &caller : callers)
+        caller.join();
+    EXPECT_EQ(wrong, 0);
+}
+
+TEST(WorkerPoolTest, AForkedChildHasWorkersOfItsOwn) {
+    WorkerPool pool(2);
+    std::vector<int> values(100, 0);
+    Mark(pool, values);
+    const pid_t child = fork();
+    ASSERT_GE(child, 0);
+    if (child == 0) {
+        alarm(20); // A hang ends the child by a signal.
+        Mark(pool, values);
+        Mark(pool, values);
+        _exit(values == std::vector<int>(100, 3) ? 0 : 1);
+    }
+    int status = -1;
+    ASSERT_EQ(waitpid(child, &status, 0), child);
+    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << "status " << status;
+    Mark(pool, values);
+    EXPECT_EQ(values, std::vector<int>(100, 2));
+}
