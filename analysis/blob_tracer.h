@@ -3,13 +3,18 @@
 /// Depth first, without recursion: from the current pixel the neighbours left, right, up and down
 /// are tried in this order; the first one that lies in the image, is of the class and has not been
 /// visited is taken. When there is none the walk steps back to the pixel it came from; at the seed
-/// it ends. The visit map notes for every visited pixel where the walk came from, so that it acts
-/// as the stack. One byte a pixel holds what the walk needs: visited or not, and the direction back.
+/// it ends. The visit map acts as the stack: it notes for every visited pixel where the walk came
+/// from.
+///
+/// The map has one byte a pixel and a border of one byte all around. The border and the pixels that
+/// are not of the class are blocked from the start, so a step of the walk looks at one byte and
+/// tests neither the image's edge nor the pixel.
 #pragma once
 
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 
 namespace tavix {
 
@@ -24,7 +29,7 @@ struct BlobTrace {
     bool IsOnePoint() const { return pixelCount == 1; }
 };
 
-/// A pixel buffer with 1 byte a pixel.
+/// The pixels of an image with one byte each.
 struct GreyView {
     const unsigned char *pixels;
     int width;
@@ -32,53 +37,80 @@ struct GreyView {
     std::ptrdiff_t stride;
 };
 
-/// Traces blobs on one image. IsOfClass tells of a grey value whether it is of the class.
-template <typename IsOfClass>
 class BlobTracer {
 public:
-    /// The visit map holds stride * height bytes, all 0.
-    BlobTracer(const GreyView &image, unsigned char *visitMap, IsOfClass isOfClass)
-        : m_image(image), m_visitMap(visitMap), m_isOfClass(isOfClass) {}
+    /// Bytes of the map for an image of this size.
+    static constexpr std::size_t MapSize(int width, int height) {
+        return (static_cast<std::size_t>(width) + 2) * (static_cast<std::size_t>(height) + 2);
+    }
 
-    bool IsSeed(int x, int y) const { return m_isOfClass(m_image.pixels[Offset(x, y)]); }
-    bool IsVisited(int x, int y) const { return m_visitMap[Offset(x, y)] != Unvisited; }
+    /// Prepares the map, MapSize bytes, for the pixels for which isOfClass(grey value) holds.
+    template <typename IsOfClass>
+    BlobTracer(const GreyView &image, unsigned char *map, IsOfClass isOfClass)
+        : m_map(map), m_stride(static_cast<std::ptrdiff_t>(image.width) + 2), m_width(image.width) {
+        std::memset(map, Blocked, MapSize(image.width, image.height));
+        for (int y = 0; y < image.height; ++y) {
+            const unsigned char *const row = image.pixels + y * image.stride;
+            unsigned char *const cells = map + Offset(0, y);
+            for (int x = 0; x < image.width; ++x)
+                cells[x] = isOfClass(row[x]) ? Unvisited : Blocked;
+        }
+    }
+
+    bool IsOfClass(int x, int y) const { return m_map[Offset(x, y)] != Blocked; }
+
+    /// True when a 4-neighbour inside the image is of the class.
+    bool HasNeighbour(int x, int y) const {
+        const unsigned char *const cell = m_map + Offset(x, y);
+        return cell[1] != Blocked || cell[-1] != Blocked || cell[m_stride] != Blocked ||
+               cell[-m_stride] != Blocked;
+    }
+
+    /// The first pixel at or right of x in row y that is of the class and unvisited; the image's
+    /// width when there is none.
+    int FindUnvisited(int x, int y) const {
+        const unsigned char *const row = m_map + Offset(0, y);
+        const auto *const found = static_cast<const unsigned char *>(
+            std::memchr(row + x, Unvisited, static_cast<std::size_t>(m_width - x)));
+        return found ? static_cast<int>(found - row) : m_width;
+    }
 
     /// Walks from the seed, visited before or not, until the blob or maxCount pixels are done.
     BlobTrace Trace(int seedX, int seedY, std::int64_t maxCount) {
         BlobTrace blob{1, seedX, seedY, seedX, seedY};
         int x = seedX;
         int y = seedY;
-        std::ptrdiff_t offset = Offset(x, y);
-        m_visitMap[offset] = Seed;
+        unsigned char *cell = m_map + Offset(x, y);
+        *cell = Seed;
         while (blob.pixelCount < maxCount) {
-            if (x > 0 && Take(offset - 1, CameFromRight)) {
-                --offset;
+            if (cell[-1] == Unvisited) {
+                *--cell = CameFromRight;
                 blob.left = std::min(blob.left, --x);
-            } else if (x + 1 < m_image.width && Take(offset + 1, CameFromLeft)) {
-                ++offset;
+            } else if (cell[1] == Unvisited) {
+                *++cell = CameFromLeft;
                 blob.right = std::max(blob.right, ++x);
-            } else if (y > 0 && Take(offset - m_image.stride, CameFromBelow)) {
-                offset -= m_image.stride;
+            } else if (cell[-m_stride] == Unvisited) {
+                *(cell -= m_stride) = CameFromBelow;
                 blob.top = std::min(blob.top, --y);
-            } else if (y + 1 < m_image.height && Take(offset + m_image.stride, CameFromAbove)) {
-                offset += m_image.stride;
+            } else if (cell[m_stride] == Unvisited) {
+                *(cell += m_stride) = CameFromAbove;
                 blob.bottom = std::max(blob.bottom, ++y);
             } else {
-                switch (m_visitMap[offset]) {
+                switch (*cell) {
                 case CameFromLeft:
-                    --offset;
+                    --cell;
                     --x;
                     break;
                 case CameFromRight:
-                    ++offset;
+                    ++cell;
                     ++x;
                     break;
                 case CameFromAbove:
-                    offset -= m_image.stride;
+                    cell -= m_stride;
                     --y;
                     break;
                 case CameFromBelow:
-                    offset += m_image.stride;
+                    cell += m_stride;
                     ++y;
                     break;
                 default:
@@ -91,39 +123,22 @@ public:
         return blob;
     }
 
-    /// True when a 4-neighbour inside the image is of the class.
-    bool HasNeighbour(int x, int y) const {
-        const std::ptrdiff_t offset = Offset(x, y);
-        const unsigned char *pixel = m_image.pixels + offset;
-        return (x + 1 < m_image.width && m_isOfClass(pixel[1])) ||
-               (x > 0 && m_isOfClass(pixel[-1])) ||
-               (y + 1 < m_image.height && m_isOfClass(pixel[m_image.stride])) ||
-               (y > 0 && m_isOfClass(pixel[-m_image.stride]));
-    }
-
 private:
-    enum Mark : unsigned char {
+    enum Cell : unsigned char {
         Unvisited,
         CameFromLeft,
         CameFromRight,
         CameFromAbove,
         CameFromBelow,
         Seed,
+        Blocked = 0xFF,
     };
 
-    std::ptrdiff_t Offset(int x, int y) const { return y * m_image.stride + x; }
+    std::ptrdiff_t Offset(int x, int y) const { return (y + 1) * m_stride + x + 1; }
 
-    /// Marks the pixel as visited from there if it is of the class and was not visited.
-    bool Take(std::ptrdiff_t offset, Mark from) {
-        if (m_visitMap[offset] != Unvisited || !m_isOfClass(m_image.pixels[offset]))
-            return false;
-        m_visitMap[offset] = from;
-        return true;
-    }
-
-    GreyView m_image;
-    unsigned char *m_visitMap;
-    IsOfClass m_isOfClass;
+    unsigned char *m_map;
+    std::ptrdiff_t m_stride;
+    int m_width;
 };
 
 } // namespace tavix

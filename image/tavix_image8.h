@@ -86,8 +86,8 @@ private:
         void operator()(void *block) const { std::free(block); }
     };
 
-    /// Per pixel byte of the buffer, what a blob trace notes of it; made at the first blob call,
-    /// dropped when the buffer changes its size.
+    /// What blob traces note of each pixel (analysis/blob_tracer.h); made at the first blob call,
+    /// dropped with the buffer it belongs to.
     std::unique_ptr<unsigned char[]> m_visitMap;
     std::unique_ptr<void, FreeDeleter> m_roiData; ///< A RGNDATA.
     const RECT *m_roiRects = nullptr;

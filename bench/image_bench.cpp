@@ -1,0 +1,71 @@
+// Copies, conversions and thresholds of images beside memcpy and the bare OpenCV call.
+
+#include "comparison.h"
+
+#include <TAVIX20.h>
+
+#include <benchmark/benchmark.h>
+#include <opencv2/imgproc.hpp>
+
+#include <cstring>
+#include <memory>
+#include <random>
+
+namespace {
+
+constexpr int SIDE = 2048;
+
+template <typename Image>
+std::shared_ptr<Image> Noise() {
+    auto image = std::make_shared<Image>(SIDE, SIDE);
+    std::mt19937 random(1);
+    for (int i = 0; i < image->GetImageLen(); ++i)
+        image->GetImagePtr()[i] = static_cast<unsigned char>(random());
+    return image;
+}
+
+/// A matrix over the image's own buffer.
+cv::Mat MatrixOf(CTavixImage &image) {
+    return {SIDE, SIDE, image.GetBitCount() == 8 ? CV_8UC1 : CV_8UC3, image.GetImagePtr()};
+}
+
+} // namespace
+
+void AddImageComparisons() {
+    const auto grey = Noise<CTavixImage8>();
+    const auto colour = Noise<CTavixImage24>();
+
+    AddComparison({"Clone, 2048 x 2048 grey", "memcpy into a new buffer", 0.83,
+                   [grey] { const std::unique_ptr<CTavixImage> copy(grey->Clone()); },
+                   [grey] {
+                       const auto length = static_cast<std::size_t>(grey->GetImageLen());
+                       const std::unique_ptr<unsigned char[]> copy(new unsigned char[length]);
+                       std::memcpy(copy.get(), grey->GetImagePtr(), length);
+                       benchmark::DoNotOptimize(copy.get());
+                       benchmark::ClobberMemory();
+                   }});
+    AddComparison({"GetAutoThreshold, 2048 x 2048", "cv::threshold with Otsu's flag", 0.8,
+                   [grey] { static_cast<void>(grey->GetAutoThreshold()); },
+                   [grey] {
+                       cv::Mat out;
+                       cv::threshold(MatrixOf(*grey), out, 0, 255,
+                                     cv::THRESH_BINARY | cv::THRESH_OTSU);
+                   }});
+    const auto target = std::make_shared<CTavixImage8>(*grey);
+    AddComparison({"assign and Threshold, 2048 x 2048", "cv::Mat::copyTo and cv::threshold", 0.8,
+                   [grey, target] {
+                       *target = *grey;
+                       target->Threshold(0);
+                   },
+                   [grey] {
+                       cv::Mat copy;
+                       MatrixOf(*grey).copyTo(copy);
+                       cv::threshold(copy, copy, 0, 255, cv::THRESH_BINARY | cv::THRESH_OTSU);
+                   }});
+    AddComparison({"CTavixImage24::GetImage8, 2048 x 2048", "cv::cvtColor BGR to grey", 0.8,
+                   [colour] { const std::unique_ptr<CTavixImage8> out(colour->GetImage8()); },
+                   [colour] {
+                       cv::Mat out;
+                       cv::cvtColor(MatrixOf(*colour), out, cv::COLOR_BGR2GRAY);
+                   }});
+}
