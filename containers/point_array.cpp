@@ -43,7 +43,8 @@ int FindInSlices(const tagPOINT *points, int count, const tagPOINT &wanted) {
 } // namespace
 
 CPointArray::CPointArray(const tagPOINT *points, int count) : CPointArray() {
-    AddPoints(points, count);
+    if (points)
+        AppendAll(points, count);
 }
 
 void CPointArray::AddPoints(const tagPOINT *points, int count) {

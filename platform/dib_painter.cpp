@@ -65,14 +65,10 @@ std::vector<Span> MapAxis(const Axis &axis, Span targets, DibSampling sampling) 
 }
 
 QRgb PixelAt(const DibView &dib, const unsigned char *row, int x) {
-    switch (dib.bitCount) {
-    case 8:
+    if (dib.bitCount == 8)
         return dib.palette[row[x]];
-    case 24:
-        return qRgb(row[3 * x + 2], row[3 * x + 1], row[3 * x]);
-    default:
-        return qRgb(row[4 * x + 2], row[4 * x + 1], row[4 * x]);
-    }
+    const unsigned char *const pixel = row + std::ptrdiff_t{x} * (dib.bitCount / 8);
+    return qRgb(pixel[2], pixel[1], pixel[0]);
 }
 
 const unsigned char *RowAt(const DibView &dib, int y) {
