@@ -44,26 +44,6 @@ void CBlobRectArray::Add(long left, long top, long right, long bottom, long pixe
     Append({left, top, right, bottom, pixelCount, 0, 0, {}});
 }
 
-void CBlobRectArray::Remove(int index) {
-    Erase(index);
-}
-
-void CBlobRectArray::SetCount(int count) {
-    ResizeCounted(count);
-}
-
-void CBlobRectArray::SetElementIndex(int count) {
-    m_count = count;
-}
-
-int CBlobRectArray::GetElementCount() const {
-    return m_count;
-}
-
-void CBlobRectArray::RemoveAll() {
-    Clear();
-}
-
 _stBlobRect &CBlobRectArray::GetAt(int index) {
     return Record(index);
 }
@@ -190,8 +170,8 @@ int CBlobRectArray::DistanceOverKill(double distance) {
     int kept = 0;
     const int count = m_count;
     for (int i = 0; i < count; ++i) {
-        const bool isFar = i + 1 < count && static_cast<double>(CenterDistance(
-                                                Record(i), Record(i + 1))) > distance;
+        const bool isFar = i + 1 < count &&
+                           static_cast<double>(CenterDistance(Record(i), Record(i + 1))) > distance;
         if (!isFar)
             Record(kept++) = Record(i);
     }

@@ -1,7 +1,7 @@
 /// CBlobRectArray: the rectangles that blob analysis reports.
 #pragma once
 
-#include "TAVIX20/containers/record_store.h"
+#include "TAVIX20/containers/record_array.h"
 #include "TAVIX20/platform/export.h"
 #include "TAVIX20/platform/types.h"
 
@@ -20,9 +20,9 @@ struct _stBlobRect {
 /// Blob records in the order in which they were found. Width is right - left and height is
 /// bottom - top, with no + 1. Indices are trusted.
 class TAVIX_API CBlobRectArray
-    : private TavixArray::detail::RecordStore<_stBlobRect, TavixArray::detail::CapacityFirst> {
+    : private TavixArray::detail::RecordArray<_stBlobRect, TavixArray::detail::CapacityFirst> {
 public:
-    CBlobRectArray() : RecordStore(TavixArray::detail::DEFAULT_CAPACITY) {}
+    CBlobRectArray() : RecordArray(TavixArray::detail::DEFAULT_CAPACITY) {}
     CBlobRectArray(const CBlobRectArray &) = default;
     CBlobRectArray(CBlobRectArray &&) noexcept = default;
     CBlobRectArray &operator=(const CBlobRectArray &) = default;
@@ -34,13 +34,11 @@ public:
     virtual void Add(long left, long top, long right, long bottom, long pixelCount, long value1,
                      long value2);
     virtual void Add(long left, long top, long right, long bottom, long pixelCount);
-    virtual void Remove(int index);
-    /// Makes room for count records and counts them all; the first ones are kept.
-    virtual void SetCount(int count);
-    /// Sets the count, the next write position, without touching the block.
-    virtual void SetElementIndex(int count);
-    virtual int GetElementCount() const;
-    virtual void RemoveAll();
+    using RecordArray::GetElementCount;
+    using RecordArray::Remove;
+    using RecordArray::RemoveAll;
+    using RecordArray::SetCount;
+    using RecordArray::SetElementIndex;
     virtual _stBlobRect &GetAt(int index);
     /// Overwrites the five fields; the others stay.
     virtual void SetAt(int index, long left, long top, long right, long bottom, long pixelCount);
@@ -55,8 +53,7 @@ public:
     virtual void SortHeight();
     virtual void SortPixelCount();
 
-    _stBlobRect &operator[](int index) { return Record(index); }
-    const _stBlobRect &operator[](int index) const { return Record(index); }
+    using RecordArray::operator[];
     /// Appends the other array's records to this one.
     CBlobRectArray &operator+(const CBlobRectArray &other);
 

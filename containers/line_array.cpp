@@ -20,36 +20,12 @@ void CLineArray::Add(const _stLine &line) {
     Append(line);
 }
 
-void CLineArray::Remove(int index) {
-    Erase(index);
-}
-
 void CLineArray::Insert(int index, int x1, int y1, int x2, int y2) {
     Overwrite(index, MakeLine(x1, y1, x2, y2));
 }
 
 void CLineArray::Insert(int index, const _stLine &line) {
     Overwrite(index, line);
-}
-
-void CLineArray::SetSize(int size) {
-    Resize(size);
-}
-
-void CLineArray::SetElementIndex(int count) {
-    m_count = count;
-}
-
-int CLineArray::GetElementCount() const {
-    return m_count;
-}
-
-void CLineArray::RemoveAll() {
-    Clear();
-}
-
-_stLine &CLineArray::operator[](int index) {
-    return Record(index);
 }
 
 void CLineArray::SetAt(int index, const _stLine &line) {

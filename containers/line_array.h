@@ -1,7 +1,7 @@
 /// CLineArray: a growable list of line segments with their length and direction.
 #pragma once
 
-#include "TAVIX20/containers/record_store.h"
+#include "TAVIX20/containers/record_array.h"
 #include "TAVIX20/platform/export.h"
 #include "TAVIX20/platform/geometry.h"
 
@@ -19,24 +19,24 @@ struct _stLine {
 
 /// Line segments in insertion order. A full array grows by one. Averages and extremes are 0 without
 /// lines. Indices are trusted. The destructor is not virtual: do not delete through a base pointer.
-class TAVIX_API CLineArray : private detail::RecordStore<_stLine> {
+class TAVIX_API CLineArray : private detail::RecordArray<_stLine> {
 public:
-    CLineArray() : RecordStore(detail::DEFAULT_CAPACITY) {}
+    CLineArray() : RecordArray(detail::DEFAULT_CAPACITY) {}
 
     /// Appends the segment with its distance (CTavixImage::Distance) and angle
     /// (CTavixImage::GetAngle).
     virtual void Add(int x1, int y1, int x2, int y2);
     /// Appends the record as it is.
     virtual void Add(const _stLine &line);
-    virtual void Remove(int index);
+    using RecordArray::Remove;
     /// Overwrites as CPointArray::Insert does; the first form computes distance and angle.
     virtual void Insert(int index, int x1, int y1, int x2, int y2);
     virtual void Insert(int index, const _stLine &line);
-    virtual void SetSize(int size);
-    virtual void SetElementIndex(int count);
-    virtual int GetElementCount() const;
-    virtual void RemoveAll();
-    virtual _stLine &operator[](int index);
+    using RecordArray::GetElementCount;
+    using RecordArray::RemoveAll;
+    using RecordArray::SetElementIndex;
+    using RecordArray::SetSize;
+    using RecordArray::operator[];
     virtual void SetAt(int index, const _stLine &line);
     /// Smallest and largest coordinates of all ends, inclusive; (0, 0, 0, 0) without lines.
     virtual CRect GetBounds() const;
@@ -55,8 +55,6 @@ public:
     virtual double GetMinAngle() const;
     virtual double GetMaxAngle() const;
     virtual double GetAvgAngle() const;
-
-    const _stLine &operator[](int index) const { return Record(index); }
 
 private:
     double Smallest(double _stLine::*field) const;

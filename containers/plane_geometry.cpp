@@ -1,5 +1,7 @@
 #include "TAVIX20/containers/plane_geometry.h"
 
+#include "TAVIX20/platform/region.h"
+
 #include <cmath>
 #include <cstdint>
 #include <numbers>
@@ -18,23 +20,17 @@ Offset Relative(const tagPOINT &point, const tagPOINT &origin) {
     return {std::int64_t{point.x} - origin.x, std::int64_t{point.y} - origin.y};
 }
 
-/// a / b rounded up, for b > 0. The product behind a may need more than 64 bits.
-std::int64_t DivideUp(long double a, std::int64_t b) {
-    return static_cast<std::int64_t>(std::ceil(a / static_cast<long double>(b)));
+bool IsInRegionRange(const tagPOINT &point) {
+    constexpr LONG limit = MAX_REGION_COORDINATE;
+    return point.x >= -limit && point.x <= limit && point.y >= -limit && point.y <= limit;
 }
 
-/// First pixel column at or right of the edge from upper to lower on row y. Within the coordinate
-/// range of regions the product fits into 64 bits and the division is exact.
+/// First pixel column at or right of the edge from upper to lower on row y. Region coordinates have
+/// 28 bits, so the product fits into 64.
 std::int64_t EdgeColumn(const tagPOINT &upper, const tagPOINT &lower, int y) {
-    const std::int64_t down = std::int64_t{y} - upper.y;
     const Offset edge = Relative(lower, upper);
-    constexpr std::int64_t exactLimit = std::int64_t{1} << 31;
-    if (std::abs(edge.x) >= exactLimit || edge.y >= exactLimit)
-        return upper.x + DivideUp(static_cast<long double>(down) * static_cast<long double>(edge.x),
-                                  edge.y);
-    const std::int64_t product = down * edge.x;
-    const std::int64_t quotient = product / edge.y;
-    return upper.x + quotient + (product % edge.y > 0 ? 1 : 0);
+    const std::int64_t product = (std::int64_t{y} - upper.y) * edge.x;
+    return upper.x + product / edge.y + (product % edge.y > 0 ? 1 : 0);
 }
 
 } // namespace
@@ -73,8 +69,7 @@ bool CrossesOdd(const tagPOINT *points, unsigned int count, const tagPOINT &poin
     Offset previous = Relative(points[count - 1], point);
     for (unsigned int i = 0; i < count; ++i) {
         const Offset current = Relative(points[i], point);
-        const bool crosses =
-            (current.y < 0 && previous.y > 0) || (current.y > 0 && previous.y < 0);
+        const bool crosses = (current.y < 0 && previous.y > 0) || (current.y > 0 && previous.y < 0);
         if (crosses) {
             const double slope = static_cast<double>(current.x - previous.x) /
                                  static_cast<double>(current.y - previous.y);
@@ -93,6 +88,8 @@ bool WindingRegionContains(const tagPOINT *points, int count, int x, int y) {
     for (int i = 0, previous = count - 1; i < count; previous = i++) {
         const tagPOINT *upper = &points[previous];
         const tagPOINT *lower = &points[i];
+        if (!IsInRegionRange(*lower))
+            return false;
         const int turn = upper->y < lower->y ? 1 : -1;
         if (turn < 0)
             std::swap(upper, lower);

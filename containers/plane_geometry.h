@@ -17,7 +17,8 @@ double Direction(int x1, int y1, int x2, int y2);
 bool CrossesOdd(const tagPOINT *points, unsigned int count, const tagPOINT &point);
 
 /// True when the pixel (x, y) belongs to the region that CreatePolygonRgn makes of the points with
-/// the winding rule; answers from the edges that cross row y, without building the region.
+/// the winding rule, false when it makes none; answers from the edges that cross row y, without
+/// building the region.
 bool WindingRegionContains(const tagPOINT *points, int count, int x, int y);
 
 /// (x, y) turned about (cx, cy); positive degrees turn clockwise as the picture is seen.

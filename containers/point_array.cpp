@@ -64,36 +64,12 @@ void CPointArray::Add(const tagPOINT &point) {
     Append(point);
 }
 
-void CPointArray::Remove(int index) {
-    Erase(index);
-}
-
 void CPointArray::Insert(int index, int x, int y) {
     Overwrite(index, {x, y});
 }
 
 void CPointArray::Insert(int index, const tagPOINT &point) {
     Overwrite(index, point);
-}
-
-void CPointArray::SetSize(int size) {
-    Resize(size);
-}
-
-void CPointArray::SetElementIndex(int count) {
-    m_count = count;
-}
-
-int CPointArray::GetElementCount() const {
-    return m_count;
-}
-
-void CPointArray::RemoveAll() {
-    Clear();
-}
-
-tagPOINT &CPointArray::operator[](int index) {
-    return Record(index);
 }
 
 void CPointArray::SetAt(int index, int x, int y) {

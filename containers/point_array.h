@@ -1,7 +1,7 @@
 /// CPointArray: a growable list of points that also serves as a polygon.
 #pragma once
 
-#include "TAVIX20/containers/record_store.h"
+#include "TAVIX20/containers/record_array.h"
 #include "TAVIX20/platform/export.h"
 #include "TAVIX20/platform/geometry.h"
 #include "TAVIX20/platform/region.h"
@@ -10,10 +10,10 @@ namespace TavixArray {
 
 /// Points in insertion order. Indices are trusted: 0 <= i < GetElementCount(), or what SetSize made
 /// room for. The array carries no lock.
-class TAVIX_API CPointArray : private detail::RecordStore<tagPOINT> {
+class TAVIX_API CPointArray : private detail::RecordArray<tagPOINT> {
 public:
     CPointArray() : CPointArray(detail::DEFAULT_CAPACITY) {}
-    explicit CPointArray(int capacity) : RecordStore(capacity) {}
+    explicit CPointArray(int capacity) : RecordArray(capacity) {}
     /// A copy of count points.
     CPointArray(const tagPOINT *points, int count);
     CPointArray(const CPointArray &) = default;
@@ -28,20 +28,16 @@ public:
     virtual void Add(int x, int y);
     /// Appends a point. A full array grows by one: its capacity becomes the new count.
     virtual void Add(const tagPOINT &point);
-    virtual void Remove(int index);
+    using RecordArray::Remove;
     /// Overwrites the point at index after copying the points behind it up by one: inserting n at 1
     /// into a, b, c gives a, n, c, c.
     virtual void Insert(int index, int x, int y);
     virtual void Insert(int index, const tagPOINT &point);
-    /// Makes room for size points. The count stays, even above size.
-    virtual void SetSize(int size);
-    /// Sets the count, with no test against the capacity: for callers that filled the block through
-    /// GetBufPtr after SetSize.
-    virtual void SetElementIndex(int count);
-    virtual int GetElementCount() const;
-    /// Empties the array; the capacity becomes 10.
-    virtual void RemoveAll();
-    virtual tagPOINT &operator[](int index);
+    using RecordArray::GetElementCount;
+    using RecordArray::RemoveAll;
+    using RecordArray::SetElementIndex;
+    using RecordArray::SetSize;
+    using RecordArray::operator[];
     virtual void SetAt(int index, int x, int y);
     virtual void SetAt(int index, const tagPOINT &point);
     /// Index of a point equal to (x, y), or -1. With threaded 0, or fewer points than workers, the
@@ -65,7 +61,6 @@ public:
     /// Appends the other array's points to this one.
     CPointArray &operator+(const CPointArray &other);
 
-    const tagPOINT &operator[](int index) const { return Record(index); }
     tagPOINT &GetAt(int index) { return Record(index); }
     const tagPOINT &GetAt(int index) const { return Record(index); }
     /// The block itself; the array keeps it, and any growth may move it.

@@ -18,24 +18,8 @@ void CPointArrayArray::Add(const CPointArray &points) {
     Append(points);
 }
 
-void CPointArrayArray::Remove(int index) {
-    Erase(index);
-}
-
 void CPointArrayArray::Insert(int index, const CPointArray &points) {
     Overwrite(index, points);
-}
-
-void CPointArrayArray::SetSize(int size) {
-    Resize(size);
-}
-
-void CPointArrayArray::SetElementIndex(int count) {
-    m_count = count;
-}
-
-int CPointArrayArray::GetElementCount() const {
-    return m_count;
 }
 
 int CPointArrayArray::GetPointTotalCount() const {
@@ -55,14 +39,6 @@ int CPointArrayArray::GetMaxPointCount() const {
 
 int CPointArrayArray::GetMinPointCount() const {
     return m_count <= 0 ? 0 : std::min_element(begin(), end(), HasFewerPoints)->GetElementCount();
-}
-
-void CPointArrayArray::RemoveAll() {
-    Clear();
-}
-
-CPointArray &CPointArrayArray::operator[](int index) {
-    return Record(index);
 }
 
 void CPointArrayArray::SetAt(int index, const CPointArray &points) {

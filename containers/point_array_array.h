@@ -6,10 +6,10 @@
 namespace TavixArray {
 
 /// Point lists in insertion order, each held by value. Indices are trusted.
-class TAVIX_API CPointArrayArray : private detail::RecordStore<CPointArray> {
+class TAVIX_API CPointArrayArray : private detail::RecordArray<CPointArray> {
 public:
     /// Ten empty lists, none of them counted.
-    CPointArrayArray() : RecordStore(detail::DEFAULT_CAPACITY) {}
+    CPointArrayArray() : RecordArray(detail::DEFAULT_CAPACITY) {}
     CPointArrayArray(const CPointArrayArray &) = default;
     CPointArrayArray(CPointArrayArray &&) noexcept = default;
     CPointArrayArray &operator=(const CPointArrayArray &) = default;
@@ -20,23 +20,21 @@ public:
     virtual void Add(const CPointArrayArray &other);
     /// Appends a copy; a full list grows by one.
     virtual void Add(const CPointArray &points);
-    virtual void Remove(int index);
+    using RecordArray::Remove;
     /// Overwrites as CPointArray::Insert does.
     virtual void Insert(int index, const CPointArray &points);
-    virtual void SetSize(int size);
-    virtual void SetElementIndex(int count);
-    virtual int GetElementCount() const;
+    using RecordArray::GetElementCount;
+    using RecordArray::SetElementIndex;
+    using RecordArray::SetSize;
     /// Number of points in all lists.
     virtual int GetPointTotalCount() const;
     /// Mean number of points, truncated; 0 without lists. So are the two extremes.
     virtual int GetAvgPointCount() const;
     virtual int GetMaxPointCount() const;
     virtual int GetMinPointCount() const;
-    virtual void RemoveAll();
-    virtual CPointArray &operator[](int index);
+    using RecordArray::RemoveAll;
+    using RecordArray::operator[];
     virtual void SetAt(int index, const CPointArray &points);
-
-    const CPointArray &operator[](int index) const { return Record(index); }
 };
 
 } // namespace TavixArray

@@ -54,32 +54,8 @@ void CRectArray::Add(const tagRECT &rect) {
     Append(rect);
 }
 
-void CRectArray::Remove(int index) {
-    Erase(index);
-}
-
 void CRectArray::Insert(int index, const tagRECT &rect) {
     Overwrite(index, rect);
-}
-
-void CRectArray::SetSize(int size) {
-    Resize(size);
-}
-
-void CRectArray::SetElementIndex(int count) {
-    m_count = count;
-}
-
-int CRectArray::GetElementCount() const {
-    return m_count;
-}
-
-void CRectArray::RemoveAll() {
-    Clear();
-}
-
-tagRECT &CRectArray::operator[](int index) {
-    return Record(index);
 }
 
 void CRectArray::SetAt(int index, int left, int top, int right, int bottom) {

@@ -1,7 +1,7 @@
 /// CRectArray: a growable list of rectangles.
 #pragma once
 
-#include "TAVIX20/containers/record_store.h"
+#include "TAVIX20/containers/record_array.h"
 #include "TAVIX20/platform/export.h"
 #include "TAVIX20/platform/types.h"
 
@@ -9,9 +9,9 @@ namespace TavixArray {
 
 /// Rectangles in insertion order. Width is right - left and height is bottom - top, with no + 1.
 /// Extremes and averages (truncated toward 0) are 0 without rectangles. Indices are trusted.
-class TAVIX_API CRectArray : private detail::RecordStore<tagRECT, detail::CountFirst> {
+class TAVIX_API CRectArray : private detail::RecordArray<tagRECT, detail::CountFirst> {
 public:
-    CRectArray() : RecordStore(detail::DEFAULT_CAPACITY) {}
+    CRectArray() : RecordArray(detail::DEFAULT_CAPACITY) {}
     CRectArray(const CRectArray &) = default;
     CRectArray(CRectArray &&) noexcept = default;
     CRectArray &operator=(const CRectArray &) = default;
@@ -22,14 +22,14 @@ public:
     virtual void Add(int left, int top, int right, int bottom);
     /// A full array grows by one.
     virtual void Add(const tagRECT &rect);
-    virtual void Remove(int index);
+    using RecordArray::Remove;
     /// Overwrites as CPointArray::Insert does.
     virtual void Insert(int index, const tagRECT &rect);
-    virtual void SetSize(int size);
-    virtual void SetElementIndex(int count);
-    virtual int GetElementCount() const;
-    virtual void RemoveAll();
-    virtual tagRECT &operator[](int index);
+    using RecordArray::GetElementCount;
+    using RecordArray::RemoveAll;
+    using RecordArray::SetElementIndex;
+    using RecordArray::SetSize;
+    using RecordArray::operator[];
     virtual void SetAt(int index, int left, int top, int right, int bottom);
     virtual void SetAt(int index, const tagRECT &rect);
 
@@ -56,8 +56,6 @@ public:
     virtual void SortWidth();
     virtual void SortHeight();
     virtual void SortArea();
-
-    const tagRECT &operator[](int index) const { return Record(index); }
 
 private:
     template <typename Key>

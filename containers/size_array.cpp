@@ -12,32 +12,8 @@ void CSizeArray::Add(int width, int height) {
     Append({width, height}, GROWTH_OF_ADD);
 }
 
-void CSizeArray::Remove(int index) {
-    Erase(index);
-}
-
 void CSizeArray::Insert(int index, int width, int height) {
     Overwrite(index, {width, height});
-}
-
-void CSizeArray::SetSize(int size) {
-    Resize(size);
-}
-
-void CSizeArray::SetElementIndex(int count) {
-    m_count = count;
-}
-
-int CSizeArray::GetElementCount() const {
-    return m_count;
-}
-
-void CSizeArray::RemoveAll() {
-    Clear();
-}
-
-tagSIZE &CSizeArray::operator[](int index) {
-    return Record(index);
 }
 
 void CSizeArray::SetAt(int index, int width, int height) {

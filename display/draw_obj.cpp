@@ -77,8 +77,8 @@ void CDrawRectObj::Draw(CDC &dc, const tavix::ViewTransform &view) const {
         return;
     }
     painter.setBrush(Qt::NoBrush);
-    painter.setPen(QPen(ToQColor(m_colour), m_penWidth, ToQtStyle(m_penStyle), Qt::FlatCap,
-                        Qt::MiterJoin));
+    painter.setPen(
+        QPen(ToQColor(m_colour), m_penWidth, ToQtStyle(m_penStyle), Qt::FlatCap, Qt::MiterJoin));
     const int before = m_penWidth / 2;
     const int behind = m_penWidth - before;
     painter.drawRect(QRect(painted).adjusted(before, before, -behind, -behind));

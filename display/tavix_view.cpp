@@ -178,7 +178,8 @@ void CTavixView::paintEvent(QPaintEvent *event) {
 
 void CTavixView::PaintPicture(QPainter &painter) const {
     const CSize size = m_transform.ImageSize();
-    const CPoint corner = m_transform.Origin() - CSize(m_transform.Scroll().x, m_transform.Scroll().y);
+    const CPoint corner =
+        m_transform.Origin() - CSize(m_transform.Scroll().x, m_transform.Scroll().y);
     const double zoom = m_transform.Zoom();
     const tavix::DibView dib{
         static_cast<const CTavixImage &>(*m_image).GetImagePtr(),

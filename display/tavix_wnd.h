@@ -17,8 +17,8 @@ inline constexpr int SB_VERT = 1;
 /// belongs to the thread of its application object.
 ///
 /// The zoom is in screen pixels per image pixel. The mouse wheel zooms by 1.0 about the centre
-/// (towards the user: in), the arrow keys scroll. From zoom 1 on every image pixel is a sharp block;
-/// below, each screen pixel shows the mean of the image pixels it covers.
+/// (towards the user: in), the arrow keys scroll. From zoom 1 on every image pixel is a sharp
+/// block; below, each screen pixel shows the mean of the image pixels it covers.
 class TAVIX_API CTavixWnd : public QWidget {
 public:
     explicit CTavixWnd(QWidget *parent = nullptr);

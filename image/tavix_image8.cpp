@@ -78,8 +78,7 @@ void CTavixImage8::Fill(unsigned char value) {
 void CTavixImage8::Copy(int x, int y, const CTavixImage8 *source) {
     if (!source || !m_buffer || !source->m_buffer)
         return;
-    const std::int64_t columns =
-        std::min<std::int64_t>(source->m_width, std::int64_t{m_width} - x);
+    const std::int64_t columns = std::min<std::int64_t>(source->m_width, std::int64_t{m_width} - x);
     const std::int64_t rows = std::min<std::int64_t>(source->m_height, std::int64_t{m_height} - y);
     if (source->m_imageLen == 0)
         return;

@@ -75,10 +75,10 @@ public:
     /// 1. See analysis/blob_tracer.h for the rules.
     int GetBlobList(int value, long minCount, long maxCount);
     /// Replaces the array by a record for each 4-connected blob of pixels equal to value with
-    /// minW <= right - left <= maxW - 1 and minH <= bottom - top <= maxH - 1, in the raster order of
-    /// their first pixels. A blob of one pixel is taken when minW and minH are exactly 1. Returns
-    /// the number of records; 0, and the array as it was, without a buffer, when minW or maxW is
-    /// below 1 or when memory runs out.
+    /// minW <= right - left <= maxW - 1 and minH <= bottom - top <= maxH - 1, in the raster order
+    /// of their first pixels. A blob of one pixel is taken when minW and minH are exactly 1.
+    /// Returns the number of records; 0, and the array as it was, without a buffer, when minW or
+    /// maxW is below 1 or when memory runs out.
     int GetBlobList(int value, long minW, long maxW, long minH, long maxH, CBlobRectArray &blobs);
 
 private:

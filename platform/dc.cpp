@@ -11,10 +11,10 @@
 namespace {
 
 bool IsSupported(const BITMAPINFOHEADER &header) {
-    const bool depth =
-        header.biBitCount == 8 || header.biBitCount == 24 || header.biBitCount == 32;
+    const bool depth = header.biBitCount == 8 || header.biBitCount == 24 || header.biBitCount == 32;
     return header.biSize == sizeof(BITMAPINFOHEADER) && header.biPlanes == 1 && depth &&
-           header.biCompression == BI_RGB && header.biWidth > 0 && header.biHeight != 0;
+           header.biCompression == BI_RGB && header.biWidth > 0 && header.biHeight != 0 &&
+           header.biHeight != INT32_MIN;
 }
 
 std::array<std::uint32_t, 256> ReadPalette(const BITMAPINFO &info) {
@@ -65,8 +65,7 @@ int StretchDIBits(CDC *dc, int xTarget, int yTarget, int targetWidth, int target
         ((std::ptrdiff_t{header.biBitCount} * header.biWidth + 31) >> 5) * 4;
     const auto *first = static_cast<const unsigned char *>(bits) + ySource * stride +
                         std::ptrdiff_t{xSource} * bytesPerPixel;
-    tavix::DibView dib{first,  sourceWidth,       sourceHeight,
-                       stride, header.biBitCount, palette.data()};
+    tavix::DibView dib{first, sourceWidth, sourceHeight, stride, header.biBitCount, palette.data()};
     // Bottom-up rows and a negative target height each turn the picture over; both cancel out.
     if (bottomUp != (targetHeight < 0)) {
         dib.bits += (std::ptrdiff_t{sourceHeight} - 1) * stride;

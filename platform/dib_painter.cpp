@@ -32,9 +32,10 @@ struct Axis {
 
     bool Shrinks() const { return std::abs(scale) < 1.0; }
 
-    int SourceAt(double target) const {
+    /// Source position of a target position, limited to the edges 0 to last.
+    int SourceAt(double target, int last) const {
         const double i = std::floor((target - origin) / scale);
-        return static_cast<int>(std::clamp(i, 0.0, sourceSize - 1.0));
+        return static_cast<int>(std::clamp(i, 0.0, static_cast<double>(last)));
     }
 
     /// First target pixel and end of the picture, limited to the reachable ones.
@@ -52,12 +53,13 @@ std::vector<Span> MapAxis(const Axis &axis, Span targets, DibSampling sampling) 
     std::vector<Span> spans;
     spans.reserve(static_cast<std::size_t>(targets.end - targets.first));
     for (int target = targets.first; target < targets.end; ++target) {
-        const int centre = axis.SourceAt(target + 0.5);
+        const int centre = axis.SourceAt(target + 0.5, axis.sourceSize - 1);
         Span span{centre, centre + 1};
         if (sampling == DibSampling::Average && axis.Shrinks()) {
-            const auto [low, high] =
-                std::minmax({axis.SourceAt(target), axis.SourceAt(target + 1.0)});
-            span = {low, std::max(low + 1, high)};
+            const auto [low, high] = std::minmax({axis.SourceAt(target, axis.sourceSize),
+                                                  axis.SourceAt(target + 1.0, axis.sourceSize)});
+            if (low < high)
+                span = {low, high};
         }
         spans.push_back(span);
     }

@@ -43,8 +43,8 @@ void CRect::NormalizeRect() {
 }
 
 bool CRect::IntersectRect(const tagRECT &a, const tagRECT &b) {
-    const CRect common(std::max(a.left, b.left), std::max(a.top, b.top),
-                       std::min(a.right, b.right), std::min(a.bottom, b.bottom));
+    const CRect common(std::max(a.left, b.left), std::max(a.top, b.top), std::min(a.right, b.right),
+                       std::min(a.bottom, b.bottom));
     const bool any = !CRect(a).IsRectEmpty() && !CRect(b).IsRectEmpty() && !common.IsRectEmpty();
     *this = any ? common : CRect();
     return any;
@@ -60,8 +60,8 @@ bool CRect::UnionRect(const tagRECT &a, const tagRECT &b) {
     else if (emptyB)
         *this = a;
     else
-        *this = CRect(std::min(a.left, b.left), std::min(a.top, b.top),
-                      std::max(a.right, b.right), std::max(a.bottom, b.bottom));
+        *this = CRect(std::min(a.left, b.left), std::min(a.top, b.top), std::max(a.right, b.right),
+                      std::max(a.bottom, b.bottom));
     return !(emptyA && emptyB);
 }
 

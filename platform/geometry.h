@@ -1,4 +1,5 @@
-/// CPoint, CSize and CRect: the plain records POINT, SIZE and RECT with constructors and arithmetic.
+/// CPoint, CSize and CRect: the plain records POINT, SIZE and RECT with constructors and
+/// arithmetic.
 ///
 /// A CRect is four edges and nothing more. Its own members (Width, PtInRect, intersections) treat
 /// right and bottom as exclusive; functions that take inclusive rectangles say so themselves.

@@ -1,7 +1,7 @@
 // The crew is the part of a pool that a fork cannot carry over: in the child the worker threads do
 // not exist and their condition variables are in an unknown state. So all pools are registered in
-// one list; before a fork every crew's turn is taken (no operation is under way then), and the child
-// abandons the crews it inherited and makes new ones at the next call.
+// one list; before a fork every crew's turn is taken (no operation is under way then), and the
+// child abandons the crews it inherited and makes new ones at the next call.
 
 #include "TAVIX20/support/worker_pool.h"
 

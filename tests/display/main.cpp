@@ -1,10 +1,13 @@
-// The display tests share one application object.
+// The display tests share one application object. They are also listed while the project is built,
+// perhaps without a display.
 
 #include <QApplication>
 
 #include <gtest/gtest.h>
 
 int main(int argc, char **argv) {
+    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
     const QApplication application(argc, argv);
     testing::InitGoogleTest(&argc, argv);
     return RUN_ALL_TESTS();

@@ -165,10 +165,10 @@ TEST_F(CTavixWndTest, PictureAndRectanglesAgreeToThePixel) {
                     const int y = sample(cy, corner.y);
                     if (x < 0 || y < 0 || x >= 53 || y >= 41)
                         continue;
-                    const bool isFrame =
-                        inBox(x, y) &&
-                        (sample(cx - 1, corner.x) < box.left || sample(cx + 1, corner.x) >= box.right ||
-                         sample(cy - 1, corner.y) < box.top || sample(cy + 1, corner.y) >= box.bottom);
+                    const bool isFrame = inBox(x, y) && (sample(cx - 1, corner.x) < box.left ||
+                                                         sample(cx + 1, corner.x) >= box.right ||
+                                                         sample(cy - 1, corner.y) < box.top ||
+                                                         sample(cy + 1, corner.y) >= box.bottom);
                     const int level = grey.GetPixel(x, y);
                     const QRgb expected = isFrame ? FRAME : qRgb(level, level, level);
                     wrong += shown.pixel(cx, cy) != expected;

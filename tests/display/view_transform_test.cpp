@@ -42,11 +42,11 @@ TEST(ViewTransformTest, StepsClampSnapAndFit) {
         bool fitted;
     };
     // The image fits at 0.5.
-    for (const Case &c : {Case{24.8, 0.5, 25.0, false}, Case{25.0, 0.5, 25.0, false},
-                          Case{1.0, 0.5, 1.5, false}, Case{40.0, 1.0, 25.0, false},
-                          Case{2.0, -0.5, 1.5, false}, Case{0.8, -0.5, 0.5, true},
-                          Case{0.9, -0.5, 0.5, false}, Case{1.0, -0.5, 0.5, false},
-                          Case{40.0, -1.0, 25.0, false}, Case{1.0, -1.0, 0.5, true}}) {
+    for (const Case &c :
+         {Case{24.8, 0.5, 25.0, false}, Case{25.0, 0.5, 25.0, false}, Case{1.0, 0.5, 1.5, false},
+          Case{40.0, 1.0, 25.0, false}, Case{2.0, -0.5, 1.5, false}, Case{0.8, -0.5, 0.5, true},
+          Case{0.9, -0.5, 0.5, false}, Case{1.0, -0.5, 0.5, false}, Case{40.0, -1.0, 25.0, false},
+          Case{1.0, -1.0, 0.5, true}}) {
         SCOPED_TRACE(testing::Message() << c.zoom << " by " << c.step);
         ViewTransform view = Make({640, 480}, {645, 245});
         view.SetZoom(c.zoom);
@@ -120,8 +120,7 @@ TEST(ViewTransformTest, PaintedBlocksTileTheClientWithoutGapOrOverlap) {
             EXPECT_EQ(block.right, view.PaintedRect({x + 1, 3, x + 2, 4}).left);
             // A client pixel belongs to the block that its centre falls into.
             for (int c = block.left; c < block.right; ++c) {
-                const double centre =
-                    (c + 0.5 - view.Origin().x + view.Scroll().x) / view.Zoom();
+                const double centre = (c + 0.5 - view.Origin().x + view.Scroll().x) / view.Zoom();
                 EXPECT_GE(centre, x - 1e-9);
                 EXPECT_LT(centre, x + 1 + 1e-9);
             }

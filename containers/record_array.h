@@ -1,9 +1,9 @@
-/// The storage that all arrays share: a counted block of records with the growth, insertion and
-/// sorting rules of the family. Each array class adds its own record, fields and public members.
+/// What all arrays share: a counted block of records with the growth, insertion and sorting rules
+/// of the family. Each array class says with using which of the operations it has and adds its own.
 ///
 /// The capacity is the one that the growth rules state; the block behind it grows geometrically, so
 /// adding n records costs O(n) although the stated capacity may rise one by one. New records are
-/// zero. When memory runs out an operation leaves the array as it was.
+/// zero. When memory runs out an operation leaves the array as it was. Arrays carry no lock.
 #pragma once
 
 #include <algorithm>
@@ -36,32 +36,72 @@ struct CountFirst {
 };
 
 template <typename T, template <typename> class Fields = CapacityFirst>
-class RecordStore : protected Fields<T> {
+class RecordArray : protected Fields<T> {
+public:
+    /// Moves the records after index down by one. The index is trusted.
+    virtual void Remove(int index) {
+        std::move(begin() + index + 1, end(), begin() + index);
+        --m_count;
+    }
+
+    /// Makes room for size records and one more and states size as the capacity. The count stays,
+    /// even above size; records in use are kept. A negative size changes nothing.
+    virtual void SetSize(int size) {
+        if (size >= 0 && Reallocate(std::max(static_cast<std::size_t>(size) + 1, Counted())))
+            m_capacity = size;
+    }
+
+    /// Makes room for exactly count records and counts them all; the first ones are kept. A
+    /// negative count changes nothing.
+    virtual void SetCount(int count) {
+        if (count >= 0 && Reallocate(static_cast<std::size_t>(count))) {
+            m_capacity = count;
+            m_count = count;
+        }
+    }
+
+    /// Sets the count, the next write position, with no test against the capacity: for callers that
+    /// filled the block by themselves.
+    virtual void SetElementIndex(int count) { m_count = count; }
+
+    virtual int GetElementCount() const { return m_count; }
+
+    /// Empties the array; the capacity becomes 10.
+    virtual void RemoveAll() {
+        m_block = std::vector<T>(static_cast<std::size_t>(DEFAULT_CAPACITY));
+        m_capacity = DEFAULT_CAPACITY;
+        m_count = 0;
+    }
+
+    /// The record at index, which is trusted: below the count or what SetSize made room for.
+    virtual T &operator[](int index) { return m_block[static_cast<std::size_t>(index)]; }
+    const T &operator[](int index) const { return m_block[static_cast<std::size_t>(index)]; }
+
 protected:
     using Fields<T>::m_capacity;
     using Fields<T>::m_count;
     using Fields<T>::m_block;
 
-    explicit RecordStore(std::int32_t capacity) {
+    explicit RecordArray(std::int32_t capacity) {
         m_capacity = std::max(capacity, 0);
         m_block.resize(static_cast<std::size_t>(m_capacity));
     }
 
     /// Copies hold exactly the counted records: their capacity is their count.
-    RecordStore(const RecordStore &other) : Fields<T>() { CopyRecords(other); }
-    RecordStore &operator=(const RecordStore &other) {
+    RecordArray(const RecordArray &other) : Fields<T>() { CopyRecords(other); }
+    RecordArray &operator=(const RecordArray &other) {
         if (this != &other)
             CopyRecords(other);
         return *this;
     }
-    RecordStore(RecordStore &&other) noexcept { Swap(other); }
-    RecordStore &operator=(RecordStore &&other) noexcept {
+    RecordArray(RecordArray &&other) noexcept { Swap(other); }
+    RecordArray &operator=(RecordArray &&other) noexcept {
         Swap(other);
         return *this;
     }
-    ~RecordStore() = default;
+    ~RecordArray() = default;
 
-    void Swap(RecordStore &other) noexcept {
+    void Swap(RecordArray &other) noexcept {
         std::swap(m_capacity, other.m_capacity);
         std::swap(m_count, other.m_count);
         m_block.swap(other.m_block);
@@ -115,12 +155,6 @@ protected:
         ++m_count;
     }
 
-    /// Moves the records after i down by one.
-    void Erase(std::int32_t i) {
-        std::move(begin() + i + 1, end(), begin() + i);
-        --m_count;
-    }
-
     /// Removes the records for which the predicate holds; returns how many.
     template <typename Predicate>
     std::int32_t EraseIf(Predicate predicate) {
@@ -128,29 +162,6 @@ protected:
         const auto removed = static_cast<std::int32_t>(end() - kept);
         m_count -= removed;
         return removed;
-    }
-
-    void Clear() {
-        m_block = std::vector<T>(static_cast<std::size_t>(DEFAULT_CAPACITY));
-        m_capacity = DEFAULT_CAPACITY;
-        m_count = 0;
-    }
-
-    /// Makes room for n records and one more and states n as the capacity. The count stays, even
-    /// above n; records in use are kept. A negative n changes nothing.
-    void Resize(std::int32_t n) {
-        if (n < 0)
-            return;
-        if (Reallocate(std::max(static_cast<std::size_t>(n) + 1, Counted())))
-            m_capacity = n;
-    }
-
-    /// Makes room for exactly n records and sets the count to n.
-    void ResizeCounted(std::int32_t n) {
-        if (n < 0 || !Reallocate(static_cast<std::size_t>(n)))
-            return;
-        m_capacity = n;
-        m_count = n;
     }
 
     /// Stable ascending sort by key(record): the order that bubble sort passes would leave. A key
@@ -189,7 +200,7 @@ private:
         return std::min(static_cast<std::size_t>(std::max(m_count, 0)), m_block.size());
     }
 
-    void CopyRecords(const RecordStore &other) {
+    void CopyRecords(const RecordArray &other) {
         m_block.assign(other.begin(), other.end());
         m_count = static_cast<std::int32_t>(m_block.size());
         m_capacity = m_count;
