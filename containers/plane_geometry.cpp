@@ -2,10 +2,12 @@
 
 #include "TAVIX20/platform/region.h"
 
+#include <algorithm>
+#include <array>
 #include <cmath>
 #include <cstdint>
+#include <cstring>
 #include <numbers>
-#include <utility>
 
 namespace tavix {
 
@@ -20,17 +22,56 @@ Offset Relative(const tagPOINT &point, const tagPOINT &origin) {
     return {std::int64_t{point.x} - origin.x, std::int64_t{point.y} - origin.y};
 }
 
-bool IsInRegionRange(const tagPOINT &point) {
-    constexpr LONG limit = MAX_REGION_COORDINATE;
-    return point.x >= -limit && point.x <= limit && point.y >= -limit && point.y <= limit;
+__extension__ typedef __int128 Wide; // Products of two 33-bit differences.
+
+/// The cross product of the ways from origin to a and from origin to b.
+Wide Cross(const tagPOINT &origin, const tagPOINT &a, const tagPOINT &b) {
+    const Offset first = Relative(a, origin);
+    const Offset second = Relative(b, origin);
+    return Wide{first.x} * second.y - Wide{first.y} * second.x;
 }
 
-/// First pixel column at or right of the edge from upper to lower on row y. Region coordinates have
-/// 28 bits, so the product fits into 64.
-std::int64_t EdgeColumn(const tagPOINT &upper, const tagPOINT &lower, int y) {
-    const Offset edge = Relative(lower, upper);
-    const std::int64_t product = (std::int64_t{y} - upper.y) * edge.x;
-    return upper.x + product / edge.y + (product % edge.y > 0 ? 1 : 0);
+/// What the edge adds to the winding number of the pixel. The cross product fits into 64 bits,
+/// since the coordinates of regions have 28; for others it wraps around and is not used in the end.
+int WindingOf(const tagPOINT &start, const tagPOINT &end, const tagPOINT &pixel) {
+    const bool startsAbove = start.y <= pixel.y;
+    const bool endsAbove = end.y <= pixel.y;
+    if (startsAbove == endsAbove)
+        return 0;
+    const Offset edge = Relative(end, start);
+    const Offset way = Relative(pixel, start);
+    const auto cross = static_cast<std::int64_t>(
+        static_cast<std::uint64_t>(edge.x) * static_cast<std::uint64_t>(way.y) -
+        static_cast<std::uint64_t>(way.x) * static_cast<std::uint64_t>(edge.y));
+    if (startsAbove)
+        return cross <= 0 ? 1 : 0;
+    return cross >= 0 ? -1 : 0;
+}
+
+/// Marks with 1 the edges that belong to the pixel's row and do not lie right of it altogether;
+/// edge i runs from ends[i - 1] to ends[i]. Returns whether all ends are points of a region.
+bool SieveEdges(const tagPOINT *ends, int count, const tagPOINT &pixel,
+                unsigned char *isCandidate) {
+    unsigned char isOutside = 0;
+    for (int i = 0; i < count; ++i) {
+        const tagPOINT &a = ends[i - 1];
+        const tagPOINT &b = ends[i];
+        const auto crosses = static_cast<unsigned char>((a.y <= pixel.y) ^ (b.y <= pixel.y));
+        const auto reaches = static_cast<unsigned char>((a.x <= pixel.x) | (b.x <= pixel.x));
+        isCandidate[i] = crosses & reaches;
+        isOutside |= static_cast<unsigned char>(!IsRegionPoint(b));
+    }
+    return isOutside == 0;
+}
+
+int SignOf(Wide value) {
+    return (value > 0) - (value < 0);
+}
+
+/// For a point on the segment's line: whether it lies between the ends.
+bool IsBetween(const tagPOINT &start, const tagPOINT &end, const tagPOINT &point) {
+    return std::min(start.x, end.x) <= point.x && point.x <= std::max(start.x, end.x) &&
+           std::min(start.y, end.y) <= point.y && point.y <= std::max(start.y, end.y);
 }
 
 } // namespace
@@ -81,22 +122,57 @@ bool CrossesOdd(const tagPOINT *points, unsigned int count, const tagPOINT &poin
     return odd;
 }
 
+// An edge belongs to row y when one end lies at or above it and the other below; of these edges
+// those count that lie at or left of the pixel. Most edges do not belong to the row, so blocks of
+// them are first sieved by comparisons that compilers turn into vector code, and only what is left
+// is looked at one by one.
 bool WindingRegionContains(const tagPOINT *points, int count, int x, int y) {
     if (!points || count < 2)
         return false;
-    int winding = 0;
-    for (int i = 0, previous = count - 1; i < count; previous = i++) {
-        const tagPOINT *upper = &points[previous];
-        const tagPOINT *lower = &points[i];
-        if (!IsInRegionRange(*lower))
-            return false;
-        const int turn = upper->y < lower->y ? 1 : -1;
-        if (turn < 0)
-            std::swap(upper, lower);
-        if (y >= upper->y && y < lower->y && EdgeColumn(*upper, *lower, y) <= x)
-            winding += turn;
+    const tagPOINT pixel{x, y};
+    std::array<unsigned char, 256> isCandidate;
+    int winding = WindingOf(points[count - 1], points[0], pixel);
+    bool isRegion = IsRegionPoint(points[0]);
+    for (int start = 1; start < count; start += static_cast<int>(isCandidate.size())) {
+        const int size = std::min(count - start, static_cast<int>(isCandidate.size()));
+        const tagPOINT *const ends = points + start;
+        isRegion &= SieveEdges(ends, size, pixel, isCandidate.data());
+        const auto nextFrom = [&](int i) {
+            const void *const found =
+                std::memchr(isCandidate.data() + i, 1, static_cast<std::size_t>(size - i));
+            return found ? static_cast<int>(static_cast<const unsigned char *>(found) -
+                                            isCandidate.data())
+                         : size;
+        };
+        for (int i = nextFrom(0); i < size; i = nextFrom(i + 1))
+            winding += WindingOf(ends[i - 1], ends[i], pixel);
     }
-    return winding != 0;
+    return isRegion && winding != 0;
+}
+
+// Each segment's ends lie on different sides of the other one, or an end lies on the other segment.
+bool SegmentsMeet(const SegmentPair &pair) {
+    const int start1 = SignOf(Cross(pair.start2, pair.end2, pair.start1));
+    const int end1 = SignOf(Cross(pair.start2, pair.end2, pair.end1));
+    const int start2 = SignOf(Cross(pair.start1, pair.end1, pair.start2));
+    const int end2 = SignOf(Cross(pair.start1, pair.end1, pair.end2));
+    if (start1 * end1 < 0 && start2 * end2 < 0)
+        return true;
+    return (start1 == 0 && IsBetween(pair.start2, pair.end2, pair.start1)) ||
+           (end1 == 0 && IsBetween(pair.start2, pair.end2, pair.end1)) ||
+           (start2 == 0 && IsBetween(pair.start1, pair.end1, pair.start2)) ||
+           (end2 == 0 && IsBetween(pair.start1, pair.end1, pair.end2));
+}
+
+std::optional<tagPOINTD> CrossingOf(const SegmentPair &pair) {
+    const Wide start = Cross(pair.start2, pair.end2, pair.start1);
+    const Wide end = Cross(pair.start2, pair.end2, pair.end1);
+    if (start == end || !SegmentsMeet(pair))
+        return std::nullopt; // Parallel: both ends of one lie equally far from the other.
+    const double along = static_cast<double>(start) / static_cast<double>(start - end);
+    const Offset way = Relative(pair.end1, pair.start1);
+    return tagPOINTD{pair.start1.x + along * static_cast<double>(way.x),
+                     pair.start1.y + along * static_cast<double>(way.y)};
 }
 
 void RotatePoint(double x, double y, double degrees, double cx, double cy, double *outX,

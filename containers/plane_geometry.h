@@ -2,7 +2,10 @@
 /// y grows downwards; angles run counter-clockwise as the picture is seen.
 #pragma once
 
+#include "TAVIX20/containers/line_fit.h"
 #include "TAVIX20/platform/types.h"
+
+#include <optional>
 
 namespace tavix {
 
@@ -20,6 +23,22 @@ bool CrossesOdd(const tagPOINT *points, unsigned int count, const tagPOINT &poin
 /// the winding rule, false when it makes none; answers from the edges that cross row y, without
 /// building the region.
 bool WindingRegionContains(const tagPOINT *points, int count, int x, int y);
+
+/// Two segments, each from its first to its second end.
+struct SegmentPair {
+    tagPOINT start1;
+    tagPOINT end1;
+    tagPOINT start2;
+    tagPOINT end2;
+};
+
+/// True when the segments have a point in common; ends and overlaps count. A segment whose ends
+/// coincide is a point. Exact for all coordinates.
+bool SegmentsMeet(const SegmentPair &pair);
+
+/// The one point that both segments have in common. Nothing when they have none, or more than one,
+/// and when they are parallel or one of them is a point.
+std::optional<tagPOINTD> CrossingOf(const SegmentPair &pair);
 
 /// (x, y) turned about (cx, cy); positive degrees turn clockwise as the picture is seen.
 void RotatePoint(double x, double y, double degrees, double cx, double cy, double *outX,

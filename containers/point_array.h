@@ -6,7 +6,23 @@
 #include "TAVIX20/platform/geometry.h"
 #include "TAVIX20/platform/region.h"
 
+class CTavixImage8;
+
 namespace TavixArray {
+
+class CPointArrayArray;
+
+/// The largest and smallest Feret diameter of a point set: distances between parallel lines that
+/// touch its pixels, each a square of side 1. Angles are directions of measuring in degrees,
+/// counter-clockwise as the picture is seen, 0 <= angle < 180.
+struct _stDiameterInfo {
+    double maxDiameter;
+    double maxAngle;
+    tagPOINT maxPoint1; ///< The two pixel corners that lie farthest apart.
+    tagPOINT maxPoint2;
+    double minDiameter;
+    double minAngle;
+};
 
 /// Points in insertion order. Indices are trusted: 0 <= i < GetElementCount(), or what SetSize made
 /// room for. The array carries no lock.
@@ -22,6 +38,10 @@ public:
 
     /// Appends count points in order; nothing for count <= 0.
     virtual void AddPoints(const tagPOINT *points, int count);
+    /// Appends the outline of the region as one polygon of pixel corners: parts run clockwise,
+    /// holes counter-clockwise, joined by ways that are gone there and back, so that
+    /// CreatePolygonRgn (and either fill mode) makes the same region of it. Null appends nothing.
+    virtual void Add(HRGN region);
     /// Appends the other array's points; an array may be appended to itself.
     virtual void Add(const CPointArray &other);
     /// Appends a point. A full array grows by ten: its capacity becomes the old count + 10.
@@ -106,8 +126,38 @@ public:
     /// opened.
     int SaveFile(const char *path) const;
 
+    /// The shape members take the points as the pixels of blobs, in any order, repeated or not.
+    /// Parts are 4-connected, holes 8-connected. Points beyond MAX_REGION_COORDINATE are not seen.
+
+    /// Replaces border by the pixels along the outer border of the part that comes first in raster
+    /// order: clockwise from its top-left pixel, each an 8-neighbour of the one before, closed; a
+    /// line one pixel wide is run along both ways. Returns their number; 0, and border as it was,
+    /// without points.
+    int TraceBorder(CPointArray &border) const;
+    /// The same for the part that holds the pixel (x, y); 0, and border as it was, when none does.
+    int GetTraceBorderPoint(int x, int y, CPointArray &border) const;
+    /// Appends the pixels of all holes; returns their number.
+    int FillInsidePoints();
+    /// Replaces the list by the pixels of each hole, in raster order; returns the number of holes.
+    /// 0, and the list as it was, when a hole has more than 2^31 - 1 pixels.
+    int GetHoleArray(CPointArrayArray &holes) const;
+    /// A new 8-bit image as large as the bounds: foreground at the points, background elsewhere,
+    /// the bounds' top-left corner at (0, 0). The caller deletes it. Null without points or when
+    /// the image would be too large.
+    CTavixImage8 *GetImage(unsigned char foreground, unsigned char background) const;
+    /// Circularity of ISO 9276-6, sqrt(4 pi area) / perimeter, of the largest part with its holes
+    /// filled: 1 for a disc, less for anything else. 0 without points. The perimeter is Vossepoel
+    /// and Smeulders' estimate (1982).
+    double GetRoundness() const;
+    /// Compactness of ISO 9276-6, sqrt(4 area / pi) / largest Feret diameter, of the largest part
+    /// with its holes filled: 1 for a disc, less for anything else. 0 without points.
+    double GetRoundness2() const;
+    /// The Feret diameters of the whole point set, by rotating calipers over the convex hull
+    /// (Toussaint 1983). Returns 1, or 0 with info as it was without points.
+    int GetDiameterInfo(_stDiameterInfo &info) const;
+
 private:
-    std::int32_t m_extra = 0; ///< Free for the owner of the array; copied with it.
+    [[maybe_unused]] std::int32_t m_extra = 0; ///< Free for the owner of the array; copied with it.
 };
 
 } // namespace TavixArray

@@ -16,6 +16,11 @@ public:
     CPointArrayArray &operator=(CPointArrayArray &&) noexcept = default;
     virtual ~CPointArrayArray() = default;
 
+    /// Appends the outlines of the region, one list each, as pixel corners starting at the top left
+    /// in raster order: parts clockwise, holes counter-clockwise. Filling them all together
+    /// (ALTERNATE, or combining their regions with RGN_XOR) gives back the region. Parts are
+    /// 4-connected: what touches at a corner only has an outline of its own. Null appends nothing.
+    virtual void Add(HRGN region);
     /// Appends copies of the other list's elements; a list may be appended to itself.
     virtual void Add(const CPointArrayArray &other);
     /// Appends a copy; a full list grows by one.

@@ -1,6 +1,7 @@
-// Lines step along their longer axis with an integer error term. Circles are made from one octant,
-// decided in exact integers, and mirrored into a closed outline in angular order; an arc is a run
-// of that outline. No floating-point value decides which pixel is taken, only which are in the arc.
+// Lines step along their longer axis with an integer error term. Ellipses are made from one
+// quadrant, decided in exact integers, and mirrored into a closed outline in angular order; an arc
+// is a run of that outline. No floating-point value decides which pixel is taken, only which are in
+// the arc.
 
 #include "TAVIX20/containers/rasterizer.h"
 
@@ -19,42 +20,57 @@ struct Offset {
     int y;
 };
 
-/// The outline from the right axis point to 45 degrees. The pixel of row y is the one nearest to
-/// the circle: the largest x with x - 1/2 <= sqrt(r^2 - y^2), that is x (x - 1) < r^2 - y^2.
-std::vector<Offset> FirstOctant(int radius) {
-    std::vector<Offset> octant;
-    const std::int64_t square = std::int64_t{radius} * radius;
-    std::int64_t x = radius;
-    for (std::int64_t y = 0;; ++y) {
-        const std::int64_t rest = square - y * y;
-        while (x > 0 && x * (x - 1) >= rest)
+__extension__ typedef __int128 Wide; // Products of four factors of 28 bits.
+
+/// The outline from the right to the top axis point, for half axes of at least 1.
+///
+/// A pixel is nearest in its row when its inner edge is the last one that does not lie beyond the
+/// curve: the largest x with (x - 1/2)^2 / a^2 + y^2 / b^2 <= 1. Columns go by the same rule. Rows
+/// are taken while the curve is steep, that is y a^2 <= x b^2.
+std::vector<Offset> EllipseQuadrant(int radiusX, int radiusY) {
+    const Wide a2 = Wide{radiusX} * radiusX;
+    const Wide b2 = Wide{radiusY} * radiusY;
+    const auto innerEdgeIsInside = [](Wide along, Wide other, Wide alongSquare, Wide otherSquare) {
+        return (2 * along - 1) * (2 * along - 1) * otherSquare <=
+               4 * alongSquare * (otherSquare - other * other);
+    };
+    std::vector<Offset> rows;
+    int x = radiusX;
+    const auto stepToRow = [&](int row) {
+        while (x > 1 && !innerEdgeIsInside(x, row, a2, b2))
             --x;
-        if (y > x)
-            return octant;
-        octant.push_back({static_cast<int>(x), static_cast<int>(y)});
+        return Offset{x, row};
+    };
+    for (int row = 0; row < radiusY; ++row) {
+        const Offset pixel = stepToRow(row);
+        if (row * a2 > pixel.x * b2)
+            break;
+        rows.push_back(pixel);
     }
+    std::vector<Offset> columns{{0, radiusY}};
+    int y = radiusY;
+    for (int column = 1; column < rows.back().x; ++column) {
+        while (y > 1 && !innerEdgeIsInside(y, column, b2, a2))
+            --y;
+        columns.push_back({column, y});
+    }
+    // Where rows and columns meet, the first column may begin more than one row up.
+    for (int row = rows.back().y + 1; row < columns.back().y; ++row)
+        rows.push_back(stepToRow(row));
+    rows.insert(rows.end(), columns.rbegin(), columns.rend());
+    return rows;
 }
 
 /// The closed outline, counter-clockwise from the right axis point.
-std::vector<Offset> CircleOutline(int radius) {
-    if (radius == 0)
-        return {{0, 0}};
-    std::vector<Offset> quadrant = FirstOctant(radius);
-    for (std::size_t i = quadrant.size(); i-- > 0;)
-        if (quadrant[i].x != quadrant[i].y)
-            quadrant.push_back({quadrant[i].y, quadrant[i].x});
-    quadrant.pop_back(); // The top axis point begins the next quadrant.
-
-    std::vector<Offset> outline;
-    outline.reserve(4 * quadrant.size());
-    const auto append = [&](auto turn) {
-        for (const Offset &pixel : quadrant)
-            outline.push_back(turn(pixel));
-    };
-    append([](Offset p) { return p; });
-    append([](Offset p) { return Offset{-p.y, p.x}; });
-    append([](Offset p) { return Offset{-p.x, -p.y}; });
-    append([](Offset p) { return Offset{p.y, -p.x}; });
+std::vector<Offset> EllipseOutline(int radiusX, int radiusY) {
+    const std::vector<Offset> quadrant = EllipseQuadrant(radiusX, radiusY);
+    std::vector<Offset> outline(quadrant);
+    for (std::size_t i = quadrant.size() - 1; i-- > 0;)
+        outline.push_back({-quadrant[i].x, quadrant[i].y});
+    for (std::size_t i = 1; i < quadrant.size(); ++i)
+        outline.push_back({-quadrant[i].x, -quadrant[i].y});
+    for (std::size_t i = quadrant.size() - 1; i-- > 1;)
+        outline.push_back({quadrant[i].x, -quadrant[i].y});
     return outline;
 }
 
@@ -95,13 +111,17 @@ int RasterizeLine(int x1, int y1, int x2, int y2, TavixArray::CPointArray &point
     return static_cast<int>(longer) + 1;
 }
 
-int RasterizeArc(int cx, int cy, int radius, double startDegrees, double endDegrees,
-                 TavixArray::CPointArray &points) {
-    if (radius < 0 || radius > MAX_ARC_RADIUS || !std::isfinite(startDegrees) ||
+int RasterizeEllipse(int cx, int cy, int radiusX, int radiusY, double startDegrees,
+                     double endDegrees, TavixArray::CPointArray &points) {
+    if (radiusX < 0 || radiusX > MAX_RASTERIZED_RADIUS || radiusY < 0 ||
+        radiusY > MAX_RASTERIZED_RADIUS || !std::isfinite(startDegrees) ||
         !std::isfinite(endDegrees))
         return 0;
+    if (radiusX == 0 || radiusY == 0)
+        return RasterizeLine(WrapAdd(cx, radiusX), WrapSubtract(cy, radiusY),
+                             WrapSubtract(cx, radiusX), WrapAdd(cy, radiusY), points);
     constexpr double tolerance = 1e-9;
-    const std::vector<Offset> outline = CircleOutline(radius);
+    const std::vector<Offset> outline = EllipseOutline(radiusX, radiusY);
     const bool whole = endDegrees - startDegrees >= 360.0;
     const double start = Reduce(startDegrees);
     const double sweep = Reduce(endDegrees - startDegrees);

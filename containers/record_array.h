@@ -188,10 +188,9 @@ protected:
     /// Index of the first record from max(start, 0) on that satisfies the predicate, or -1.
     template <typename Predicate>
     std::int32_t FindFrom(std::int32_t start, Predicate predicate) const {
-        for (std::int32_t i = std::max(start, 0); i < m_count; ++i)
-            if (predicate(Record(i)))
-                return i;
-        return -1;
+        const T *const first = begin() + std::min(std::max(start, 0), m_count);
+        const T *const found = std::find_if(first, end(), predicate);
+        return found == end() ? -1 : static_cast<std::int32_t>(found - begin());
     }
 
 private:

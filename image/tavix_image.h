@@ -9,6 +9,7 @@
 
 class CTavixImage8;
 class CTavixImage24;
+struct tagPOINTD;
 
 namespace TavixArray {
 class CPointArray;
@@ -118,14 +119,45 @@ public:
     /// Turns (x, y) about (cx, cy); positive degrees turn clockwise as the picture is seen.
     static void RotatePoint(double x, double y, double degrees, double cx, double cy, double *outX,
                             double *outY);
-    /// Appends the segment's pixels from the first to the second end, both included, 8-connected.
-    /// Returns their number; 0 when there are more than 2^31 - 1.
+    /// The rasterisers append the pixels of an outline, 8-connected and without duplicates, and
+    /// return their number; 0 when a size is negative, a radius above 2^27 or a segment longer than
+    /// 2^31 - 1 pixels. Arcs run counter-clockwise as the picture is seen, from angle 0 at the
+    /// right; the axis points are exact.
+
+    /// The segment from the first to the second end, both included; the same pixels whichever end
+    /// comes first.
+    static int GetLineSegment(int x1, int y1, int x2, int y2, TavixArray::CPointArray &points);
+    /// The segment from the first to the second end, both included; where the line runs exactly
+    /// between two pixels, the one in the direction of travel is taken.
     static int GetLineSegment2(int x1, int y1, int x2, int y2, TavixArray::CPointArray &points);
-    /// Appends the pixels of the circle from one angle to the other, counter-clockwise as the
-    /// picture is seen, 0 at the right, 8-connected, axis points exact. Returns their number; 0 for
-    /// a negative radius or one above 2^27.
+    /// A whole ellipse with the given half axes.
+    static int GetEllipseSegment(int cx, int cy, int radiusX, int radiusY,
+                                 TavixArray::CPointArray &points);
+    /// The part of the ellipse between two directions from its centre, in degrees.
+    static int GetEllipseSegment(int cx, int cy, int radiusX, int radiusY, double startDegrees,
+                                 double endDegrees, TavixArray::CPointArray &points);
+    /// A whole circle.
+    static int GetCycleSegment(int cx, int cy, int radius, TavixArray::CPointArray &points);
+    /// The part of a circle between two directions from its centre, in degrees, both included.
     static int GetArcSegment(int cx, int cy, int radius, double startDegrees, double endDegrees,
                              TavixArray::CPointArray &points);
+
+    /// The straight line that lies closest to the points by total least squares (Pearson 1901), cut
+    /// at the outermost points' feet; it runs to the right, a vertical one downwards. Returns 1, or
+    /// 0 with start and end as they were for fewer than 2 points and for points that coincide,
+    /// prefer no direction or are not finite.
+    static int GetBestStraightLine(const tagPOINTD *points, int count, tagPOINTD &start,
+                                   tagPOINTD &end);
+    /// The same with the two ends, rounded to nearest, as the new contents of line.
+    static int GetBestStraightLine(const TavixArray::CPointArray &points,
+                                   TavixArray::CPointArray &line);
+    /// 1 when the segments (x1, y1)-(x2, y2) and (x3, y3)-(x4, y4) have a point in common, ends and
+    /// overlaps included, else 0.
+    static int IntersectLine(int x1, int y1, int x2, int y2, int x3, int y3, int x4, int y4);
+    /// The point in which these segments cross. Returns 1, or 0 with x and y as they were when they
+    /// have no point in common, are parallel or one of them is a single point.
+    static int GetCrossPoint(int x1, int y1, int x2, int y2, int x3, int y3, int x4, int y4,
+                             double *x, double *y);
 
 protected:
     explicit CTavixImage(int bitCount) : m_bitCount(bitCount) {}

@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cstring>
+#include <vector>
 
 struct HRGN__ {
     QRegion pixels;
@@ -15,14 +16,38 @@ struct HRGN__ {
 
 namespace {
 
-bool InRange(LONG coordinate) {
-    return coordinate >= -MAX_REGION_COORDINATE && coordinate <= MAX_REGION_COORDINATE;
-}
-
 int KindOf(const QRegion &region) {
     if (region.isEmpty())
         return NULLREGION;
     return region.rectCount() == 1 ? SIMPLEREGION : COMPLEXREGION;
+}
+
+/// The same pixels in the fewest bands: QRegion's operations may leave two bands with the same
+/// columns one below the other, and then a rectangle would not be told as one.
+QRegion Coalesced(const QRegion &region) {
+    std::vector<QRect> rects;
+    std::size_t lastBand = 0; // Where the last band kept begins.
+    for (auto first = region.begin(); first != region.end();) {
+        const auto end = std::find_if(
+            first, region.end(), [first](const QRect &rect) { return rect.top() != first->top(); });
+        const bool repeatsLast =
+            !rects.empty() && rects.back().bottom() + 1 == first->top() &&
+            std::equal(first, end, rects.begin() + static_cast<std::ptrdiff_t>(lastBand),
+                       rects.end(), [](const QRect &a, const QRect &b) {
+                           return a.left() == b.left() && a.right() == b.right();
+                       });
+        if (repeatsLast) {
+            for (std::size_t i = lastBand; i < rects.size(); ++i)
+                rects[i].setBottom(first->bottom());
+        } else {
+            lastBand = rects.size();
+            rects.insert(rects.end(), first, end);
+        }
+        first = end;
+    }
+    QRegion coalesced;
+    coalesced.setRects(rects.data(), static_cast<int>(rects.size()));
+    return coalesced;
 }
 
 RECT ToExclusiveRect(const QRect &rect) {
@@ -32,7 +57,7 @@ RECT ToExclusiveRect(const QRect &rect) {
 } // namespace
 
 HRGN CreateRectRgn(int left, int top, int right, int bottom) {
-    if (!InRange(left) || !InRange(top) || !InRange(right) || !InRange(bottom))
+    if (!IsRegionPoint({left, top}) || !IsRegionPoint({right, bottom}))
         return nullptr;
     const auto [x1, x2] = std::minmax(left, right);
     const auto [y1, y2] = std::minmax(top, bottom);
@@ -45,7 +70,7 @@ HRGN CreatePolygonRgn(const POINT *points, int count, int fillMode) {
     QPolygon polygon;
     polygon.reserve(count);
     for (int i = 0; i < count; ++i) {
-        if (!InRange(points[i].x) || !InRange(points[i].y))
+        if (!IsRegionPoint(points[i]))
             return nullptr;
         polygon.append(QPoint(points[i].x, points[i].y));
     }
@@ -74,6 +99,7 @@ int CombineRgn(HRGN target, HRGN source1, HRGN source2, int mode) {
     default:
         return RGN_ERROR;
     }
+    target->pixels = Coalesced(target->pixels);
     return KindOf(target->pixels);
 }
 
@@ -106,7 +132,7 @@ int PtInRegion(HRGN region, int x, int y) {
 }
 
 int EqualRgn(HRGN a, HRGN b) {
-    return a && b && a->pixels == b->pixels ? 1 : 0;
+    return a && b && (a->pixels ^ b->pixels).isEmpty() ? 1 : 0;
 }
 
 int DeleteObject(HRGN region) {

@@ -34,6 +34,13 @@ inline constexpr int COMPLEXREGION = 3; ///< Several rectangles.
 /// beyond it fail.
 inline constexpr LONG MAX_REGION_COORDINATE = (1 << 27) - 1;
 
+constexpr bool IsRegionCoordinate(LONG coordinate) {
+    return (coordinate >= -MAX_REGION_COORDINATE) & (coordinate <= MAX_REGION_COORDINATE);
+}
+constexpr bool IsRegionPoint(const POINT &point) {
+    return IsRegionCoordinate(point.x) & IsRegionCoordinate(point.y);
+}
+
 /// The pixels left <= x < right, top <= y < bottom; reversed edges are exchanged.
 /// Null when a coordinate is out of range.
 TAVIX_API HRGN CreateRectRgn(int left, int top, int right, int bottom);

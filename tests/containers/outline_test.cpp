@@ -1,0 +1,302 @@
+// Outlines of regions and the measures made from them.
+
+#include "TAVIX20/containers/point_array_array.h"
+#include "TAVIX20/image/tavix_image8.h"
+#include "TAVIX20/platform/region.h"
+
+#include <gtest/gtest.h>
+
+#include <cmath>
+#include <memory>
+#include <numbers>
+#include <random>
+#include <set>
+#include <string>
+#include <vector>
+
+using TavixArray::CPointArray;
+using TavixArray::CPointArrayArray;
+
+namespace {
+
+using Pixels = std::set<std::pair<int, int>>; // (y, x): raster order.
+
+/// The pixels drawn as '#'.
+CPointArray Draw(const std::vector<std::string> &rows) {
+    CPointArray points;
+    for (std::size_t y = 0; y < rows.size(); ++y)
+        for (std::size_t x = 0; x < rows[y].size(); ++x)
+            if (rows[y][x] == '#')
+                points.Add(static_cast<int>(x), static_cast<int>(y));
+    return points;
+}
+
+CPointArray Disc(int radius) {
+    CPointArray points;
+    for (int y = -radius; y <= radius; ++y)
+        for (int x = -radius; x <= radius; ++x)
+            if (x * x + y * y <= radius * radius)
+                points.Add(x, y);
+    return points;
+}
+
+Pixels ToSet(const CPointArray &points) {
+    Pixels pixels;
+    for (int i = 0; i < points.GetElementCount(); ++i)
+        pixels.insert({points[i].y, points[i].x});
+    return pixels;
+}
+
+RegionHandle ToRegion(const Pixels &pixels) {
+    RegionHandle region(CreateRectRgn(0, 0, 0, 0));
+    for (const auto &[y, x] : pixels) {
+        const RegionHandle pixel(CreateRectRgn(x, y, x + 1, y + 1));
+        CombineRgn(region.get(), region.get(), pixel.get(), RGN_OR);
+    }
+    return region;
+}
+
+/// All polygons of the list filled together by the even-odd rule.
+RegionHandle Refill(const CPointArrayArray &outlines) {
+    RegionHandle region(CreateRectRgn(0, 0, 0, 0));
+    for (int i = 0; i < outlines.GetElementCount(); ++i) {
+        const RegionHandle part(
+            CreatePolygonRgn(outlines[i].GetBufPtr(), outlines[i].GetElementCount(), ALTERNATE));
+        CombineRgn(region.get(), region.get(), part.get(), RGN_XOR);
+    }
+    return region;
+}
+
+/// Sum over the corners: positive for a clockwise polygon as the picture is seen.
+long SignedArea(const CPointArray &polygon) {
+    long twice = 0;
+    const int count = polygon.GetElementCount();
+    for (int i = 0; i < count; ++i) {
+        const tagPOINT &a = polygon[i];
+        const tagPOINT &b = polygon[(i + 1) % count];
+        twice += static_cast<long>(a.x) * b.y - static_cast<long>(b.x) * a.y;
+    }
+    return twice / 2;
+}
+
+/// The connected areas of the pixels inside a 12 x 12 frame for which isIn holds, by flood fill.
+std::vector<Pixels> Areas(const Pixels &pixels, bool isIn, bool diagonal) {
+    std::vector<Pixels> areas;
+    Pixels seen;
+    for (int y = -1; y <= 12; ++y)
+        for (int x = -1; x <= 12; ++x) {
+            if (seen.count({y, x}) || (pixels.count({y, x}) > 0) != isIn)
+                continue;
+            Pixels area;
+            std::vector<std::pair<int, int>> stack{{y, x}};
+            seen.insert({y, x});
+            while (!stack.empty()) {
+                const auto [cy, cx] = stack.back();
+                stack.pop_back();
+                area.insert({cy, cx});
+                for (int dy = -1; dy <= 1; ++dy)
+                    for (int dx = -1; dx <= 1; ++dx) {
+                        const std::pair<int, int> next{cy + dy, cx + dx};
+                        const bool isInFrame = next.first >= -1 && next.first <= 12 &&
+                                               next.second >= -1 && next.second <= 12;
+                        if ((diagonal || dy * dx == 0) && isInFrame &&
+                            (pixels.count(next) > 0) == isIn && seen.insert(next).second)
+                            stack.push_back(next);
+                    }
+            }
+            areas.push_back(area);
+        }
+    return areas;
+}
+
+} // namespace
+
+TEST(OutlineTest, KnownShapesHaveKnownCorners) {
+    const Pixels corner = ToSet(Draw({"#.", ".#"}));
+    CPointArrayArray outlines;
+    outlines.Add(ToRegion(corner).get());
+    ASSERT_EQ(outlines.GetElementCount(), 2); // 4-connected: two parts that touch at (1, 1).
+    EXPECT_EQ(outlines[0] ==
+                  CPointArray(std::vector<POINT>{{0, 0}, {1, 0}, {1, 1}, {0, 1}}.data(), 4),
+              1);
+    EXPECT_EQ(outlines[1] ==
+                  CPointArray(std::vector<POINT>{{1, 1}, {2, 1}, {2, 2}, {1, 2}}.data(), 4),
+              1);
+
+    outlines.RemoveAll();
+    outlines.Add(ToRegion(ToSet(Draw({"####", "#..#", "####"}))).get());
+    ASSERT_EQ(outlines.GetElementCount(), 2);
+    EXPECT_EQ(SignedArea(outlines[0]), 12);
+    EXPECT_EQ(SignedArea(outlines[1]), -2);
+    EXPECT_EQ(outlines[1][0], (tagPOINT{1, 1}));
+    outlines.Add(static_cast<HRGN>(nullptr));
+    EXPECT_EQ(outlines.GetElementCount(), 2);
+}
+
+// Several parts, holes, islands in holes, touching corners, lines one pixel wide: noise has it all.
+TEST(OutlineTest, RandomRegionsComeBackFromTheirOutlines) {
+    std::mt19937 random(11);
+    for (int round = 0; round < 600; ++round) {
+        const auto percent = 10 + random() % 85;
+        Pixels pixels;
+        for (int y = 0; y < 12; ++y)
+            for (int x = 0; x < 12; ++x)
+                if (random() % 100 < percent)
+                    pixels.insert({y, x});
+        const RegionHandle region = ToRegion(pixels);
+        CPointArrayArray outlines;
+        outlines.Add(region.get());
+        EXPECT_EQ(EqualRgn(Refill(outlines).get(), region.get()), 1);
+
+        // One outline per 4-connected part, clockwise; one per 8-connected hole, the other way.
+        int parts = 0;
+        for (int i = 0; i < outlines.GetElementCount(); ++i)
+            parts += SignedArea(outlines[i]) > 0;
+        EXPECT_EQ(parts, static_cast<int>(Areas(pixels, true, false).size()));
+        EXPECT_EQ(outlines.GetElementCount() - parts,
+                  static_cast<int>(Areas(pixels, false, true).size()) - 1);
+
+        CPointArray joined;
+        joined.Add(region.get());
+        for (int mode : {ALTERNATE, WINDING}) {
+            const RegionHandle filled(
+                CreatePolygonRgn(joined.GetBufPtr(), joined.GetElementCount(), mode));
+            EXPECT_TRUE(pixels.empty() ? !filled : EqualRgn(filled.get(), region.get()) == 1);
+        }
+    }
+}
+
+TEST(PointArrayShapeTest, HolesAndFillingAgreeWithAFloodFill) {
+    std::mt19937 random(12);
+    for (int round = 0; round < 300; ++round) {
+        Pixels pixels;
+        CPointArray points;
+        for (int i = 0; i < 160; ++i) { // Unordered, with repetitions.
+            const int x = static_cast<int>(random() % 12);
+            const int y = static_cast<int>(random() % 12);
+            points.Add(x, y);
+            pixels.insert({y, x});
+        }
+        std::vector<Pixels> holes = Areas(pixels, false, true);
+        holes.erase(holes.begin()); // The outside comes first.
+        CPointArrayArray found;
+        ASSERT_EQ(points.GetHoleArray(found), static_cast<int>(holes.size()));
+        Pixels filled = pixels;
+        for (int i = 0; i < found.GetElementCount(); ++i) {
+            EXPECT_EQ(ToSet(found[i]), holes[static_cast<std::size_t>(i)]);
+            filled.merge(ToSet(found[i]));
+        }
+        const int before = points.GetElementCount();
+        const int added = points.FillInsidePoints();
+        EXPECT_EQ(added, found.GetPointTotalCount());
+        EXPECT_EQ(points.GetElementCount(), before + added);
+        EXPECT_EQ(ToSet(points), filled);
+    }
+}
+
+TEST(PointArrayShapeTest, TheBorderIsAClosedPathOfBorderPixels) {
+    const CPointArray shape =
+        Draw({"..###....", ".#####.#.", "###.####.", ".#####...", "..#......"});
+    CPointArray border;
+    const int count = shape.TraceBorder(border);
+    ASSERT_EQ(count, border.GetElementCount());
+    EXPECT_EQ(border[0], (tagPOINT{2, 0}));
+    EXPECT_EQ(border[1], (tagPOINT{3, 0})); // Clockwise.
+    const Pixels pixels = ToSet(shape);
+    Pixels expected; // A pixel with a 4-neighbour in the outside, which a diagonal step may reach.
+    const Pixels outside = Areas(pixels, false, true).front();
+    for (const auto &[y, x] : pixels)
+        if (outside.count({y, x - 1}) || outside.count({y, x + 1}) || outside.count({y - 1, x}) ||
+            outside.count({y + 1, x}))
+            expected.insert({y, x});
+    EXPECT_EQ(ToSet(border), expected);
+    for (int i = 0; i < count; ++i) {
+        const tagPOINT &a = border[i];
+        const tagPOINT &b = border[(i + 1) % count];
+        EXPECT_EQ(std::max(std::abs(a.x - b.x), std::abs(a.y - b.y)), 1);
+    }
+
+    const CPointArray nested = Draw({"#####", "#...#", "#.#.#", "#...#", "#####"});
+    EXPECT_EQ(nested.GetTraceBorderPoint(2, 2, border), 1);
+    EXPECT_EQ(nested.GetTraceBorderPoint(4, 4, border), 16);
+    EXPECT_EQ(nested.GetTraceBorderPoint(1, 1, border), 0);
+    EXPECT_EQ(border.GetElementCount(), 16);
+    EXPECT_EQ(CPointArray().TraceBorder(border), 0);
+    EXPECT_EQ(border.GetElementCount(), 16);
+}
+
+TEST(PointArrayShapeTest, RoundnessTellsDiscsFromOtherShapes) {
+    for (int radius : {20, 50, 150}) {
+        EXPECT_NEAR(Disc(radius).GetRoundness(), 1.0, 0.02) << radius;
+        EXPECT_NEAR(Disc(radius).GetRoundness2(), 1.0, 0.04) << radius;
+    }
+    CPointArray square;
+    CPointArray bar;
+    for (int i = 0; i < 10000; ++i) {
+        square.Add(i % 100, i / 100);
+        bar.Add(i % 1000, i / 1000);
+    }
+    const double pi = std::numbers::pi;
+    EXPECT_NEAR(square.GetRoundness(), std::sqrt(pi) / 2, 0.03);
+    EXPECT_NEAR(bar.GetRoundness(), std::sqrt(4 * pi * 10000) / 2020, 0.01);
+    EXPECT_NEAR(square.GetRoundness2(), std::sqrt(2 / pi), 1e-12);
+    EXPECT_NEAR(bar.GetRoundness2(), std::sqrt(40000 / pi) / std::hypot(1000, 10), 1e-12);
+    EXPECT_EQ(CPointArray().GetRoundness(), 0.0);
+    EXPECT_EQ(CPointArray().GetRoundness2(), 0.0);
+}
+
+TEST(PointArrayShapeTest, FeretDiametersEqualAnExhaustiveSearch) {
+    std::mt19937 random(13);
+    for (int round = 0; round < 100; ++round) {
+        CPointArray points;
+        const auto count = 1 + random() % 8;
+        const auto side = 1 + random() % 30;
+        for (std::size_t i = 0; i < count; ++i)
+            points.Add(static_cast<int>(random() % side), static_cast<int>(random() % side));
+        std::vector<tagPOINT> corners;
+        for (int i = 0; i < points.GetElementCount(); ++i)
+            for (int k = 0; k < 4; ++k)
+                corners.push_back({points[i].x + k % 2, points[i].y + k / 2});
+        const auto widthAt = [&](double degrees) {
+            double low = HUGE_VAL;
+            double high = -HUGE_VAL;
+            for (const tagPOINT &c : corners) {
+                const double along = c.x * std::cos(degrees * std::numbers::pi / 180) -
+                                     c.y * std::sin(degrees * std::numbers::pi / 180);
+                low = std::min(low, along);
+                high = std::max(high, along);
+            }
+            return high - low;
+        };
+        TavixArray::_stDiameterInfo info{};
+        ASSERT_EQ(points.GetDiameterInfo(info), 1);
+        for (double degrees = 0; degrees < 180; degrees += 0.25) {
+            EXPECT_LE(widthAt(degrees), info.maxDiameter + 1e-9);
+            EXPECT_GE(widthAt(degrees), info.minDiameter - 1e-9);
+        }
+        EXPECT_NEAR(widthAt(info.maxAngle), info.maxDiameter, 1e-9);
+        EXPECT_NEAR(widthAt(info.minAngle), info.minDiameter, 1e-9);
+        EXPECT_NEAR(
+            std::hypot(info.maxPoint1.x - info.maxPoint2.x, info.maxPoint1.y - info.maxPoint2.y),
+            info.maxDiameter, 1e-9);
+    }
+    TavixArray::_stDiameterInfo untouched{7, 7, {}, {}, 7, 7};
+    EXPECT_EQ(CPointArray().GetDiameterInfo(untouched), 0);
+    EXPECT_EQ(untouched.maxDiameter, 7);
+}
+
+TEST(PointArrayShapeTest, TheImageShowsTheSetInItsBounds) {
+    CPointArray points;
+    points.Add(-3, 7);
+    points.Add(1, 9);
+    const std::unique_ptr<CTavixImage8> image(points.GetImage(200, 50));
+    ASSERT_TRUE(image);
+    EXPECT_EQ(image->GetWidth(), 5);
+    EXPECT_EQ(image->GetHeight(), 3);
+    for (int y = 0; y < 3; ++y)
+        for (int x = 0; x < 5; ++x)
+            EXPECT_EQ(image->GetPixel(x, y), (x == 0 && y == 0) || (x == 4 && y == 2) ? 200 : 50);
+    points.Add(INT32_MAX, INT32_MIN);
+    EXPECT_EQ(points.GetImage(1, 0), nullptr);
+    EXPECT_EQ(CPointArray().GetImage(1, 0), nullptr);
+}
