@@ -3,15 +3,18 @@
 
 #include <gtest/gtest.h>
 
+#include <concepts>
 #include <functional>
 #include <random>
+#include <tuple>
+#include <type_traits>
 #include <utility>
 #include <vector>
 
 /// Passes over adjacent pairs, exchanging where the left key is greater, until a pass exchanges
 /// nothing.
-template <typename Record, typename Key, typename Exchange>
-void BubbleSort(std::vector<Record> &records, Key key, Exchange exchange) {
+template <typename Record, typename Key, typename Exchange = decltype(std::ranges::swap)>
+void BubbleSort(std::vector<Record> &records, Key key, Exchange exchange = std::ranges::swap) {
     for (bool exchanged = true; exchanged;) {
         exchanged = false;
         for (std::size_t i = 0; i + 1 < records.size(); ++i)
@@ -22,11 +25,6 @@ void BubbleSort(std::vector<Record> &records, Key key, Exchange exchange) {
     }
 }
 
-template <typename Record, typename Key>
-void BubbleSort(std::vector<Record> &records, Key key) {
-    BubbleSort(records, key, [](Record &a, Record &b) { std::swap(a, b); });
-}
-
 /// Insertion as the arrays do it: the record at the index is overwritten, not moved.
 template <typename Record>
 void InsertByModel(std::vector<Record> &records, std::size_t index, const Record &record) {
@@ -35,6 +33,55 @@ void InsertByModel(std::vector<Record> &records, std::size_t index, const Record
     for (std::size_t k = count; k-- > index + 1;)
         records[k + 1] = records[k];
     records[index] = record;
+}
+
+/// Traits of an array whose records consist of numbers: the members named are the parameters of the
+/// overloads that take a record in parts, in their order.
+template <typename ArrayType, typename RecordType, auto... members>
+struct FieldTraits {
+    using Array = ArrayType;
+    using Record = RecordType;
+    static Record Random(std::mt19937 &random) {
+        Record record{};
+        ((record.*members = std::uniform_int_distribution(-5, 5)(random)), ...);
+        return record;
+    }
+    static auto Fields(const Record &record) { return std::tuple(record.*members...); }
+    static void Add(Array &array, const Record &record, int form) {
+        Give(record, form,
+             [&](const auto &...given) -> decltype(array.Add(given...)) { array.Add(given...); });
+    }
+    static void Insert(Array &array, int at, const Record &record, int form) {
+        Give(record, form, [&](const auto &...given) -> decltype(array.Insert(at, given...)) {
+            array.Insert(at, given...);
+        });
+    }
+    static void SetAt(Array &array, int at, const Record &record, int form) {
+        Give(record, form, [&](const auto &...given) -> decltype(array.SetAt(at, given...)) {
+            array.SetAt(at, given...);
+        });
+    }
+
+private:
+    /// Calls the overload that the form chooses, or the only one there is.
+    static void Give(const Record &record, int form, auto call) {
+        constexpr bool takesParts =
+            std::is_invocable_v<decltype(call), decltype(record.*members)...>;
+        if constexpr (std::is_invocable_v<decltype(call), const Record &>)
+            if (form != 0 || !takesParts)
+                return call(record);
+        if constexpr (takesParts)
+            call(record.*members...);
+    }
+};
+
+template <typename Traits>
+void ExpectHolds(typename Traits::Array &array,
+                 const std::vector<typename Traits::Record> &expected) {
+    ASSERT_EQ(array.GetElementCount(), static_cast<int>(expected.size()));
+    for (std::size_t i = 0; i < expected.size(); ++i)
+        ASSERT_EQ(Traits::Fields(array[static_cast<int>(i)]), Traits::Fields(expected[i]))
+            << "index " << i;
 }
 
 /// Runs random operations on an array and on a vector and compares them after each. Traits names
@@ -70,10 +117,13 @@ void ExpectActsAsModel(unsigned seed) {
             array.SetSize(count + 3);
             array[count] = record;
             array.SetElementIndex(count + 1);
-            if (form == 0)
+            array[0] = record;
+            if (form == 0) {
                 array = copy;
-            else
+            } else {
                 model.push_back(record);
+                model[0] = record;
+            }
         } else if (operation == 13 && random() % 16 == 0) {
             array.RemoveAll();
             model.clear();
@@ -85,29 +135,30 @@ void ExpectActsAsModel(unsigned seed) {
             Traits::Insert(array, 0, array[at], form);
             InsertByModel(model, 0, Record(model[static_cast<std::size_t>(at)]));
         }
-        ASSERT_EQ(array.GetElementCount(), static_cast<int>(model.size())) << step;
-        for (std::size_t i = 0; i < model.size(); ++i)
-            ASSERT_EQ(Traits::Fields(array[static_cast<int>(i)]), Traits::Fields(model[i]))
-                << "step " << step << ", index " << i;
+        ASSERT_NO_FATAL_FAILURE(ExpectHolds<Traits>(array, model)) << "step " << step;
     }
 }
 
+/// An array of random records and a vector of the same.
+template <typename Traits>
+auto RandomRecords(std::mt19937 &random, int count) {
+    std::pair<typename Traits::Array, std::vector<typename Traits::Record>> both;
+    for (int i = 0; i < count; ++i) {
+        both.second.push_back(Traits::Random(random));
+        Traits::Add(both.first, both.second.back(), 1);
+    }
+    return both;
+}
+
 /// Sorts random arrays of many sizes by the array's member and by the literal sort.
-template <typename Traits, typename Key>
-void ExpectSortsAsModel(void (Traits::Array::*sort)(), Key key) {
+template <typename Traits, typename Key, typename Exchange = decltype(std::ranges::swap)>
+void ExpectSortsAsModel(void (Traits::Array::*sort)(), Key key,
+                        Exchange exchange = std::ranges::swap) {
     std::mt19937 random(7);
     for (int size = 0; size < 60; ++size) {
-        typename Traits::Array array;
-        std::vector<typename Traits::Record> model;
-        for (int i = 0; i < size; ++i) {
-            model.push_back(Traits::Random(random));
-            Traits::Add(array, model.back(), 1);
-        }
+        auto [array, model] = RandomRecords<Traits>(random, size);
         (array.*sort)();
-        BubbleSort(model, key);
-        ASSERT_EQ(array.GetElementCount(), size);
-        for (int i = 0; i < size; ++i)
-            ASSERT_EQ(Traits::Fields(array[i]), Traits::Fields(model[static_cast<std::size_t>(i)]))
-                << "size " << size << ", index " << i;
+        BubbleSort(model, key, exchange);
+        ASSERT_NO_FATAL_FAILURE(ExpectHolds<Traits>(array, model)) << "size " << size;
     }
 }

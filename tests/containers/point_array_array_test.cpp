@@ -25,12 +25,10 @@ struct ListTraits {
         one.Add(points);
         array.Add(one);
     }
-    static void Insert(Array &array, int index, const Record &points, int) {
-        array.Insert(index, points);
+    static void Insert(Array &array, int at, const Record &points, int) {
+        array.Insert(at, points);
     }
-    static void SetAt(Array &array, int index, const Record &points, int) {
-        array.SetAt(index, points);
-    }
+    static void SetAt(Array &array, int at, const Record &points, int) { array.SetAt(at, points); }
 };
 
 TEST(PointArrayArrayTest, ActsAsItsModel) {
@@ -39,48 +37,21 @@ TEST(PointArrayArrayTest, ActsAsItsModel) {
 
 TEST(PointArrayArrayTest, CountsPoints) {
     CPointArrayArray lists;
-    EXPECT_EQ(lists.GetPointTotalCount(), 0);
-    EXPECT_EQ(lists.GetAvgPointCount(), 0);
-    EXPECT_EQ(lists.GetMaxPointCount(), 0);
-    EXPECT_EQ(lists.GetMinPointCount(), 0);
-    lists.Add(ArrayOf({{1, 1}, {2, 2}}));
-    EXPECT_EQ(lists.GetMinPointCount(), 2);
-    lists.Add(ArrayOf({{1, 1}}));
-    lists.Add(ArrayOf({{1, 1}, {2, 2}, {3, 3}, {4, 4}, {5, 5}}));
-    EXPECT_EQ(lists.GetPointTotalCount(), 8);
-    EXPECT_EQ(lists.GetAvgPointCount(), 2);
-    EXPECT_EQ(lists.GetMaxPointCount(), 5);
-    EXPECT_EQ(lists.GetMinPointCount(), 1);
-    lists.Remove(1);
-    EXPECT_EQ(lists.GetMinPointCount(), 2);
-    EXPECT_EQ(lists.GetAvgPointCount(), 3);
-}
-
-TEST(PointArrayArrayTest, StartsWithTenEmptyLists) {
-    CPointArrayArray lists;
-    EXPECT_EQ(lists.GetElementCount(), 0);
-    lists.SetElementIndex(10);
-    EXPECT_EQ(lists.GetPointTotalCount(), 0);
+    const auto counts = [&] {
+        return std::vector{lists.GetPointTotalCount(), lists.GetAvgPointCount(),
+                           lists.GetMinPointCount(), lists.GetMaxPointCount()};
+    };
+    EXPECT_EQ(counts(), (std::vector{0, 0, 0, 0}));
+    lists.SetElementIndex(10); // It starts with ten empty lists.
+    EXPECT_EQ(counts(), (std::vector{0, 0, 0, 0}));
     lists[9].Add(1, 2);
-    EXPECT_EQ(lists.GetPointTotalCount(), 1);
-}
-
-TEST(PointArrayArrayTest, CopiesAreDeep) {
-    CPointArray points = ArrayOf({{1, 1}});
-    CPointArrayArray lists;
-    lists.Add(points);
-    points.Add(2, 2);
-    lists.Add(lists);
-    lists[0].Add(3, 3);
-    CPointArrayArray copy = lists;
-    copy[1][0] = {9, 9};
-    copy.Add(copy);
-    EXPECT_EQ(lists.GetElementCount(), 2);
-    EXPECT_EQ(PairsOf(lists[0]), (Pairs{{1, 1}, {3, 3}}));
-    EXPECT_EQ(PairsOf(lists[1]), (Pairs{{1, 1}}));
-    EXPECT_EQ(copy.GetElementCount(), 4);
-    EXPECT_EQ(PairsOf(copy[2]), (Pairs{{1, 1}, {3, 3}}));
-    EXPECT_EQ(PairsOf(copy[3]), (Pairs{{9, 9}}));
+    EXPECT_EQ(counts(), (std::vector{1, 0, 0, 1}));
+    lists.RemoveAll();
+    for (const std::size_t count : {2u, 1u, 5u})
+        lists.Add(ArrayOf(Pairs(count)));
+    EXPECT_EQ(counts(), (std::vector{8, 2, 1, 5}));
+    lists.Remove(1);
+    EXPECT_EQ(counts(), (std::vector{7, 3, 2, 5}));
 }
 
 } // namespace

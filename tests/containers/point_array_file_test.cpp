@@ -7,7 +7,6 @@
 #include <filesystem>
 #include <fstream>
 #include <iterator>
-#include <random>
 #include <string>
 
 namespace {
@@ -31,8 +30,12 @@ protected:
 
 TEST_F(PointArrayFileTest, WritesOneLineAPoint) {
     Write("a longer text that must not survive");
-    EXPECT_EQ(ArrayOf({{1, 2}, {-3, 4}, {INT32_MIN, INT32_MAX}}).SaveFile(m_path.c_str()), 1);
+    const CPointArray array = ArrayOf({{1, 2}, {-3, 4}, {INT32_MIN, INT32_MAX}});
+    EXPECT_EQ(array.SaveFile(m_path.c_str()), 1);
     EXPECT_EQ(Read(), "1,2\r\n-3,4\r\n-2147483648,2147483647\r\n");
+    CPointArray read;
+    EXPECT_EQ(read.OpenFile(m_path.c_str()), 1);
+    EXPECT_EQ(read == array, 1);
     EXPECT_EQ(CPointArray().SaveFile(m_path.c_str()), 1);
     EXPECT_EQ(Read(), "");
 }
@@ -43,10 +46,7 @@ TEST_F(PointArrayFileTest, ReadsLinesOfTwoFields) {
         std::string text;
         Pairs expected;
     } cases[] = {
-        {"empty", "", {}},
-        {"line feeds", "5,6\n7\n8,9,10\n", {{5, 6}}},
-        {"carriage returns too", "5,6\r\n-7,8\r\n", {{5, 6}, {-7, 8}}},
-        {"mixed, last line open", "5,6\n7,8\r\n9,10", {{5, 6}, {7, 8}, {9, 10}}},
+        {"other counts, last line open", "5,6\n7\n8,9,10\n7,8\r\n9,10", {{5, 6}, {7, 8}, {9, 10}}},
         {"empty lines", "\n\r\n1,2\n\n3,4\n", {{1, 2}, {3, 4}}},
         {"blanks", " 1 , 2 \n\t3,\t4\r\n", {{1, 2}, {3, 4}}},
         {"empty fields", ",\n1,\n,2\n1,2,\n,1,2\n,,\n", {{0, 0}, {1, 0}, {0, 2}}},
@@ -64,28 +64,17 @@ TEST_F(PointArrayFileTest, ReadsLinesOfTwoFields) {
     }
 }
 
-TEST_F(PointArrayFileTest, RoundTrip) {
-    std::mt19937 random(8);
-    CPointArray array;
-    for (int i = 0; i < 1003; ++i)
-        array.Add(static_cast<int>(random()), static_cast<int>(random()));
-    ASSERT_EQ(array.SaveFile(m_path.c_str()), 1);
-    CPointArray read;
-    ASSERT_EQ(read.OpenFile(m_path.c_str()), 1);
-    EXPECT_EQ(read == array, 1);
-}
-
 TEST_F(PointArrayFileTest, FailuresLeaveTheArray) {
     const std::string folder = testing::TempDir();
     const std::string nowhere = m_path + ".folder/points.txt";
     CPointArray array = ArrayOf({{1, 2}});
+    EXPECT_EQ(array.OpenFile(m_path.c_str()), 0);
     for (const char *path :
-         {m_path.c_str(), folder.c_str(), nowhere.c_str(), "", static_cast<const char *>(nullptr)})
+         {folder.c_str(), nowhere.c_str(), "", static_cast<const char *>(nullptr)}) {
         EXPECT_EQ(array.OpenFile(path), 0) << (path ? path : "null");
-    EXPECT_EQ(PairsOf(array), (Pairs{{1, 2}}));
-    for (const char *path :
-         {folder.c_str(), nowhere.c_str(), "", static_cast<const char *>(nullptr)})
         EXPECT_EQ(array.SaveFile(path), 0) << (path ? path : "null");
+    }
+    EXPECT_EQ(PairsOf(array), (Pairs{{1, 2}}));
 }
 
 } // namespace

@@ -3,7 +3,6 @@
 
 #include "TAVIX20/containers/point_array.h"
 
-#include <initializer_list>
 #include <utility>
 #include <vector>
 

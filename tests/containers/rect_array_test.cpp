@@ -3,32 +3,14 @@
 #include "containers/array_model.h"
 
 #include <algorithm>
-#include <cmath>
-#include <tuple>
+#include <numeric>
 
 namespace {
 
 using TavixArray::CRectArray;
 
-struct RectTraits {
-    using Array = CRectArray;
-    using Record = tagRECT;
-    static Record Random(std::mt19937 &random) {
-        std::uniform_int_distribution<int> edge(-5, 5);
-        Record rect{};
-        for (LONG *field : {&rect.left, &rect.top, &rect.right, &rect.bottom})
-            *field = edge(random);
-        return rect;
-    }
-    static auto Fields(const Record &r) { return std::tuple(r.left, r.top, r.right, r.bottom); }
-    static void Add(Array &array, const Record &r, int form) {
-        form == 0 ? array.Add(r.left, r.top, r.right, r.bottom) : array.Add(r);
-    }
-    static void Insert(Array &array, int index, const Record &r, int) { array.Insert(index, r); }
-    static void SetAt(Array &array, int index, const Record &r, int form) {
-        form == 0 ? array.SetAt(index, r.left, r.top, r.right, r.bottom) : array.SetAt(index, r);
-    }
-};
+using RectTraits = FieldTraits<CRectArray, tagRECT, &tagRECT::left, &tagRECT::top, &tagRECT::right,
+                               &tagRECT::bottom>;
 
 int Width(const tagRECT &rect) {
     return rect.right - rect.left;
@@ -55,67 +37,50 @@ TEST(RectArrayTest, SortsAsItsModel) {
 
 TEST(RectArrayTest, SortsAreasBeyond32Bits) {
     CRectArray array;
-    array.Add(0, 0, 70000, 70000);
-    array.Add(0, 0, 65536, 65536);
-    array.Add(0, 0, 40000, 50000);
+    for (const int side : {70000, 65536, 40000})
+        array.Add(0, 0, side, side);
     array.SortArea();
-    EXPECT_EQ(array[0].right, 40000);
-    EXPECT_EQ(array[1].right, 65536);
-    EXPECT_EQ(array[2].right, 70000);
+    ExpectHolds<RectTraits>(array,
+                            {{0, 0, 40000, 40000}, {0, 0, 65536, 65536}, {0, 0, 70000, 70000}});
 }
 
 TEST(RectArrayTest, ExtremesAndAverages) {
-    const auto offset = [](tagRECT r, int by) {
-        return tagRECT{r.left + by, r.top + by, r.right + 2 * by, r.bottom + 3 * by};
+    using Rects = CRectArray;
+    const struct {
+        std::function<int(const tagRECT &)> key;
+        int (Rects::*smallest)() const;
+        int (Rects::*largest)() const;
+        int (Rects::*average)() const;
+    } cases[] = {
+        {&tagRECT::left, &Rects::GetSmallestLeft, &Rects::GetLargestLeft, nullptr},
+        {&tagRECT::top, &Rects::GetSmallestTop, &Rects::GetLargestTop, nullptr},
+        {&tagRECT::right, &Rects::GetSmallestRight, &Rects::GetLargestRight, nullptr},
+        {&tagRECT::bottom, &Rects::GetSmallestBottom, &Rects::GetLargestBottom, nullptr},
+        {Width, &Rects::GetMinWidth, &Rects::GetMaxWidth, &Rects::GetAvgWidth},
+        {Height, &Rects::GetMinHeight, &Rects::GetMaxHeight, &Rects::GetAvgHeight},
     };
     std::mt19937 random(22);
     for (int round = 0; round < 200; ++round) {
         // All positive, around 0, all negative: an extreme may lie on either side of 0.
         const int by = (round % 3 - 1) * 30;
-        CRectArray array;
-        std::vector<std::vector<int>> values(6);
-        const int count = 1 + round % 9;
-        for (int i = 0; i < count; ++i) {
-            const tagRECT r = offset(RectTraits::Random(random), by);
-            array.Add(r);
-            const int fields[] = {r.left, r.top, r.right, r.bottom, Width(r), Height(r)};
-            for (std::size_t k = 0; k < 6; ++k)
-                values[k].push_back(fields[k]);
+        const int count = round % 10;
+        CRectArray array = RandomRecords<RectTraits>(random, count).first;
+        for (int i = 0; i < count; ++i)
+            array[i] = {array[i].left + by, array[i].top + by, array[i].right + 2 * by,
+                        array[i].bottom + 3 * by};
+        for (const auto &c : cases) {
+            std::vector<int> keys(count == 0 ? 1 : 0);
+            for (int i = 0; i < count; ++i)
+                keys.push_back(c.key(array[i]));
+            const auto [smallest, largest] = std::ranges::minmax(keys);
+            const int sum = std::accumulate(keys.begin(), keys.end(), 0);
+            ASSERT_EQ((array.*c.smallest)(), smallest) << &c - cases;
+            ASSERT_EQ((array.*c.largest)(), largest) << &c - cases;
+            if (c.average) {
+                ASSERT_EQ((array.*c.average)(), sum / std::max(count, 1)) << &c - cases;
+            }
         }
-        for (auto &list : values)
-            std::sort(list.begin(), list.end());
-        const auto average = [&](const std::vector<int> &list) {
-            double sum = 0;
-            for (const int value : list)
-                sum += value;
-            return static_cast<int>(std::trunc(sum / count));
-        };
-        ASSERT_EQ(array.GetSmallestLeft(), values[0].front());
-        ASSERT_EQ(array.GetLargestLeft(), values[0].back());
-        ASSERT_EQ(array.GetSmallestTop(), values[1].front());
-        ASSERT_EQ(array.GetLargestTop(), values[1].back());
-        ASSERT_EQ(array.GetSmallestRight(), values[2].front());
-        ASSERT_EQ(array.GetLargestRight(), values[2].back());
-        ASSERT_EQ(array.GetSmallestBottom(), values[3].front());
-        ASSERT_EQ(array.GetLargestBottom(), values[3].back());
-        ASSERT_EQ(array.GetMinWidth(), values[4].front());
-        ASSERT_EQ(array.GetMaxWidth(), values[4].back());
-        ASSERT_EQ(array.GetAvgWidth(), average(values[4]));
-        ASSERT_EQ(array.GetMinHeight(), values[5].front());
-        ASSERT_EQ(array.GetMaxHeight(), values[5].back());
-        ASSERT_EQ(array.GetAvgHeight(), average(values[5]));
     }
-}
-
-TEST(RectArrayTest, EmptyArraysHaveNoExtremes) {
-    const CRectArray array;
-    for (const auto member :
-         {&CRectArray::GetMaxWidth, &CRectArray::GetMinWidth, &CRectArray::GetAvgWidth,
-          &CRectArray::GetMaxHeight, &CRectArray::GetMinHeight, &CRectArray::GetAvgHeight,
-          &CRectArray::GetSmallestLeft, &CRectArray::GetLargestLeft, &CRectArray::GetSmallestTop,
-          &CRectArray::GetLargestTop, &CRectArray::GetSmallestRight, &CRectArray::GetLargestRight,
-          &CRectArray::GetSmallestBottom, &CRectArray::GetLargestBottom})
-        EXPECT_EQ((array.*member)(), 0);
 }
 
 } // namespace

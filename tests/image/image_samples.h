@@ -24,10 +24,7 @@ inline Bytes RandomBytes(int count, std::mt19937 &random, int highest = 255) {
 
 /// Bytes of a row of whole pixels, filled up to a multiple of 4.
 inline int PaddedRow(int width, int bytesPerPixel) {
-    int bytes = width * bytesPerPixel;
-    while (bytes % 4 != 0)
-        ++bytes;
-    return bytes;
+    return (width * bytesPerPixel + 3) / 4 * 4;
 }
 
 /// Padding bytes are random as well.
@@ -39,8 +36,7 @@ Image RandomImage(int width, int height, std::mt19937 &random, int highest = 255
 }
 
 inline Bytes BytesOf(const CTavixImage &image) {
-    const unsigned char *bytes = image.GetImagePtr();
-    return {bytes, bytes + image.GetImageLen()};
+    return {image.GetImagePtr(), image.GetImagePtr() + image.GetImageLen()};
 }
 
 /// A copy of the pixels without padding.

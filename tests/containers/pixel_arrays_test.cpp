@@ -1,0 +1,174 @@
+#include "TAVIX20/containers/color_pixel_array.h"
+#include "TAVIX20/containers/pixel_array_array.h"
+#include "TAVIX20/containers/pixel_bunch_array.h"
+#include "TAVIX20/containers/point_array.h"
+#include "TAVIX20/containers/sort_byte_array.h"
+#include "TAVIX20/image/tavix_image24.h"
+#include "TAVIX20/image/tavix_image8.h"
+
+#include "containers/array_model.h"
+
+#include <map>
+#include <memory>
+#include <tuple>
+
+namespace {
+
+using namespace TavixArray;
+
+auto FieldsOf(const _stPixel &p) {
+    return std::tuple(p.x, p.y, p.grayLevel, p.parameter);
+}
+auto FieldsOf(const _stColorPixel &p) {
+    return std::tuple(p.x, p.y, p.colour, p.reserved[0], p.reserved[1], p.reserved[2]);
+}
+auto FieldsOf(const _stPixelBunch &b) {
+    return std::tuple(b.grayLevel, b.totalCount, b.percent);
+}
+
+/// A value of a few, so that keys repeat.
+struct Few {
+    std::mt19937 &random;
+    operator int() const { return static_cast<int>(random() % 13) - 6; }
+    operator unsigned char() const { return static_cast<unsigned char>(random() % 9 * 31); }
+    operator unsigned() const { return static_cast<unsigned>(random() & 0xFFFFFF); }
+    operator double() const { return static_cast<double>(random() % 9) / 2 - 2; }
+};
+
+template <typename RecordArray, typename AnyRecord>
+struct Traits {
+    struct Array : RecordArray {
+        void SortByX() { this->SortX(); }
+        void SortByY() { this->SortY(); }
+    };
+    using Record = AnyRecord;
+    static Record Random(std::mt19937 &random) {
+        const Few few{random};
+        if constexpr (std::is_same_v<Record, _stColorPixel>) {
+            return {few, few, few, {few, few, few}};
+        } else if constexpr (std::is_same_v<Record, _stPixelBunch>) {
+            return {few, few, few};
+        } else {
+            return {few, few, few, few};
+        }
+    }
+    static auto Fields(const Record &record) { return FieldsOf(record); }
+    static void Add(Array &array, const Record &r, int) { array.Add(r); }
+    static void Insert(Array &array, int i, const Record &r, int) { array.Insert(i, r); }
+    static void SetAt(Array &array, int i, const Record &r, int) { array.SetAt(i, r); }
+};
+using PixelTraits = Traits<CPixelArray, _stPixel>;
+using ColorTraits = Traits<CColorPixelArray, _stColorPixel>;
+using BunchTraits = Traits<CPixelBunchArray, _stPixelBunch>;
+
+TEST(PixelArraysTest, ActAsTheirModels) {
+    ExpectActsAsModel<PixelTraits>(91);
+    ExpectActsAsModel<ColorTraits>(92);
+    ExpectActsAsModel<BunchTraits>(93);
+}
+
+TEST(PixelArraysTest, SortAsTheirModels) {
+    ExpectSortsAsModel<PixelTraits>(&PixelTraits::Array::SortByX, &_stPixel::x);
+    ExpectSortsAsModel<PixelTraits>(&PixelTraits::Array::SortByY, &_stPixel::y);
+    ExpectSortsAsModel<PixelTraits>(&CPixelArray::SortGrayLevel, &_stPixel::grayLevel);
+    ExpectSortsAsModel<PixelTraits>(&CPixelArray::SortParameter, &_stPixel::parameter);
+    ExpectSortsAsModel<ColorTraits>(&ColorTraits::Array::SortByX, &_stColorPixel::x);
+    ExpectSortsAsModel<BunchTraits>(&CPixelBunchArray::SortGrayLevel, &_stPixelBunch::grayLevel);
+    ExpectSortsAsModel<BunchTraits>(&CPixelBunchArray::SortTotalCount, &_stPixelBunch::totalCount);
+    ExpectSortsAsModel<BunchTraits>(&CPixelBunchArray::SortPercent, &_stPixelBunch::percent);
+}
+
+TEST(PixelArraysTest, TakeAndGiveFields) {
+    CPixelArray pixels;
+    EXPECT_EQ(pixels.GetMinLevel() + pixels.GetMaxLevel() + pixels.GetAvgLevel(), 0);
+    pixels.Add(-3, 4, 255, 0.5);
+    pixels.Add(0, 0, 12, 0.0);
+    pixels.Insert(0, 5, -6, 10, 0.25);
+    EXPECT_EQ(FieldsOf(pixels[0]), FieldsOf(_stPixel{5, -6, 10, 0.25}));
+    EXPECT_EQ(pixels.GetMinLevel(), 10);
+    EXPECT_EQ(pixels.GetMaxLevel(), 12);
+    pixels.Add(-3, 4, 255, 0.5);
+    EXPECT_EQ(pixels.GetMaxLevel(), 255);
+    EXPECT_EQ(pixels.GetAvgLevel(), 72); // (10 + 12 + 12 + 255) / 4.
+    CPointArray points;
+    CSortByteArray levels;
+    for (int call = 0; call < 2; ++call) {
+        pixels.GetPointArray(points);
+        pixels.GetLevelArray(levels);
+    }
+    const tagPOINT places[] = {{5, -6}, {0, 0}, {0, 0}, {-3, 4}};
+    EXPECT_EQ(points, CPointArray(places, 4));
+    EXPECT_EQ(levels.GetElementCount(), 4);
+    EXPECT_EQ(levels.GetSum(), 289);
+    CPixelArrayArray lists;
+    EXPECT_EQ(lists.GetTotalPixelCount(), 0);
+    for (const CPixelArray &list : {pixels, CPixelArray(), pixels})
+        lists.Add(list);
+    EXPECT_EQ(lists.GetTotalPixelCount(), 8);
+
+    CColorPixelArray colours;
+    colours.Add(0, 0, 255, 0, 0);
+    colours.Add(1, 2, 0x12, 0x34, 0x56);
+    colours.Add(3, 4, 0xABCDEFul);
+    EXPECT_EQ(FieldsOf(colours[0]), FieldsOf(_stColorPixel{0, 0, 0x0000FF, {}}));
+    EXPECT_EQ(FieldsOf(colours[1]), FieldsOf(_stColorPixel{1, 2, 0x563412, {}}));
+    EXPECT_EQ(FieldsOf(colours[2]), FieldsOf(_stColorPixel{3, 4, 0xABCDEF, {}}));
+
+    CPixelBunchArray bunches;
+    for (const _stPixelBunch &b : {_stPixelBunch{1, 2, 3.0}, {9, 2, 3.0}, {1, 9, 3.0}, {1, 2, 9.0}})
+        bunches.Add(b.grayLevel, b.totalCount, b.percent);
+    bunches.Add(bunches[0]);
+    const int found[] = {0, 0, 4, 4, 4, 4, -1};
+    for (int start = -1; start < 6; ++start)
+        EXPECT_EQ(bunches.Find({1, 2, 3.0}, start), found[start + 1]) << start;
+}
+
+/// Compares the image and the bounds of random samples with a map from places to values.
+template <typename Image, typename SampleTraits, typename Value, typename Background>
+void ExpectDrawsItsSamples(Value SampleTraits::Record::*value, Background background) {
+    std::mt19937 random(96);
+    for (int round = 0; round < 200; ++round) {
+        typename SampleTraits::Array array;
+        EXPECT_EQ(array.GetBounds(), CRect(0, 0, 0, 0));
+        EXPECT_EQ(array.GetImage(background), nullptr);
+        std::map<std::pair<int, int>, Value> places;
+        CRect bounds(1000, 1000, -1000, -1000);
+        for (int i = 0; i <= round % 9; ++i) {
+            const auto s = SampleTraits::Random(random);
+            array.Add(s);
+            places[{s.x, s.y}] = s.*value;
+            bounds = CRect(std::min(bounds.left, s.x), std::min(bounds.top, s.y),
+                           std::max(bounds.right, s.x), std::max(bounds.bottom, s.y));
+        }
+        ASSERT_EQ(array.GetBounds(), bounds);
+        const std::unique_ptr<Image> image(array.GetImage(background));
+        ASSERT_TRUE(image);
+        ASSERT_EQ(image->GetWidth(), bounds.Width() + 1);
+        ASSERT_EQ(image->GetHeight(), bounds.Height() + 1);
+        for (int y = bounds.top; y <= bounds.bottom; ++y)
+            for (int x = bounds.left; x <= bounds.right; ++x)
+                ASSERT_EQ(image->GetPixel(x - bounds.left, y - bounds.top),
+                          (places.contains({x, y}) ? places[{x, y}] : background))
+                    << "round " << round << " at " << x << ", " << y;
+    }
+    const tagPOINT tooFar[][2] = {{{0, 0}, {INT32_MAX, 0}},
+                                  {{0, INT32_MAX}, {0, INT32_MIN}},
+                                  {{INT32_MIN, INT32_MIN}, {INT32_MAX, INT32_MAX}},
+                                  {{-1, -1}, {65534, 32767}}};
+    for (const auto &[a, b] : tooFar) {
+        typename SampleTraits::Array array;
+        array.Add({a.x, a.y, {}, {}});
+        array.Add({b.x, b.y, {}, {}});
+        EXPECT_EQ(array.GetImage(background), nullptr) << b.x;
+        array.Remove(0);
+        const std::unique_ptr<Image> image(array.GetImage(background));
+        EXPECT_TRUE(image && image->GetImageLen() == 4 && image->GetPixel(0, 0) == 0) << b.x;
+    }
+}
+
+TEST(PixelArraysTest, DrawTheirSamples) {
+    ExpectDrawsItsSamples<CTavixImage8, PixelTraits>(&_stPixel::grayLevel, BYTE{77});
+    ExpectDrawsItsSamples<CTavixImage24, ColorTraits>(&_stColorPixel::colour, 0x654321ul);
+}
+
+} // namespace
