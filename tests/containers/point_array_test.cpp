@@ -109,7 +109,7 @@ TEST(PointArrayTest, ThreadedFindReportsTheFirstMatchOfASlice) {
         for (int i = 0; i < count; ++i)
             array.Add(static_cast<int>(random() % range), 0);
         if (round % 5 == 0)
-            array[count - 1] = {7, 0};
+            array[round % 2 == 0 ? 0 : count - 1] = {7, 0};
         // Up to one point a worker the threads are not used, and the start counts.
         const int slices = count > workers ? workers : 1;
         std::vector<int> allowed;

@@ -179,6 +179,7 @@ TEST(SortStringArrayTest, SortsByTheNumbersAtPositions) {
     EXPECT_EQ(extremes.Find("2147483646", 0), 1);
     extremes.SortNumber(INT32_MIN, INT32_MAX);
     EXPECT_EQ(extremes[0], "-3000000000");
+    EXPECT_EQ(extremes[2], "9999999999999999999999");
     extremes.Insert(0, "first");
     extremes.SetAt(1, static_cast<const char *>(nullptr));
     EXPECT_EQ(extremes.Find("", 0), 1);
