@@ -188,7 +188,8 @@ protected:
     /// Index of the first record from max(start, 0) on that satisfies the predicate, or -1.
     template <typename Predicate>
     std::int32_t FindFrom(std::int32_t start, Predicate predicate) const {
-        const T *const first = begin() + std::min(std::max(start, 0), m_count);
+        const T *const first =
+            begin() + std::min<std::ptrdiff_t>(std::max(start, 0), end() - begin());
         const T *const found = std::find_if(first, end(), predicate);
         return found == end() ? -1 : static_cast<std::int32_t>(found - begin());
     }
