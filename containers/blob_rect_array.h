@@ -23,11 +23,6 @@ class TAVIX_API CBlobRectArray
     : private TavixArray::detail::RecordArray<_stBlobRect, TavixArray::detail::CapacityFirst> {
 public:
     CBlobRectArray() : RecordArray(TavixArray::detail::DEFAULT_CAPACITY) {}
-    CBlobRectArray(const CBlobRectArray &) = default;
-    CBlobRectArray(CBlobRectArray &&) noexcept = default;
-    CBlobRectArray &operator=(const CBlobRectArray &) = default;
-    CBlobRectArray &operator=(CBlobRectArray &&) noexcept = default;
-    virtual ~CBlobRectArray() = default;
 
     /// Appends a record; a full array grows by one.
     virtual void Add(const _stBlobRect &blob);

@@ -21,11 +21,6 @@ static_assert(sizeof(_stColorPixel) == 24);
 class TAVIX_API CColorPixelArray : private detail::SampleArray<_stColorPixel> {
 public:
     CColorPixelArray() = default;
-    CColorPixelArray(const CColorPixelArray &) = default;
-    CColorPixelArray(CColorPixelArray &&) noexcept = default;
-    CColorPixelArray &operator=(const CColorPixelArray &) = default;
-    CColorPixelArray &operator=(CColorPixelArray &&) noexcept = default;
-    virtual ~CColorPixelArray() = default;
 
     using SampleArray::Add;
     virtual void Add(int x, int y, unsigned long colour);

@@ -18,11 +18,6 @@ class TAVIX_API CCycleMatchResultArray
     : private TavixArray::detail::RatedMatchArray<_stCycleMatchResult> {
 public:
     CCycleMatchResultArray() = default;
-    CCycleMatchResultArray(const CCycleMatchResultArray &) = default;
-    CCycleMatchResultArray(CCycleMatchResultArray &&) noexcept = default;
-    CCycleMatchResultArray &operator=(const CCycleMatchResultArray &) = default;
-    CCycleMatchResultArray &operator=(CCycleMatchResultArray &&) noexcept = default;
-    virtual ~CCycleMatchResultArray() = default;
 
     virtual void Add(int centerX, int centerY, int radius, int index, double rate);
     using RatedMatchArray::GetCount;

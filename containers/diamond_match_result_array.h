@@ -17,11 +17,6 @@ class TAVIX_API CDiamondMatchResultArray
     : private TavixArray::detail::RatedMatchArray<_stDiamondMatchResult> {
 public:
     CDiamondMatchResultArray() = default;
-    CDiamondMatchResultArray(const CDiamondMatchResultArray &) = default;
-    CDiamondMatchResultArray(CDiamondMatchResultArray &&) noexcept = default;
-    CDiamondMatchResultArray &operator=(const CDiamondMatchResultArray &) = default;
-    CDiamondMatchResultArray &operator=(CDiamondMatchResultArray &&) noexcept = default;
-    virtual ~CDiamondMatchResultArray() = default;
 
     virtual void Add(int centerX, int centerY, int size, double rate);
     using RatedMatchArray::GetCount;

@@ -10,11 +10,6 @@ namespace TavixArray {
 class TAVIX_API CDoubleArray : private detail::NumberArray<double, double> {
 public:
     CDoubleArray() = default;
-    CDoubleArray(const CDoubleArray &) = default;
-    CDoubleArray(CDoubleArray &&) noexcept = default;
-    CDoubleArray &operator=(const CDoubleArray &) = default;
-    CDoubleArray &operator=(CDoubleArray &&) noexcept = default;
-    virtual ~CDoubleArray() = default;
 
     using NumberArray::Add;
     using NumberArray::Find;

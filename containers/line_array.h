@@ -18,7 +18,7 @@ struct _stLine {
 };
 
 /// Line segments in insertion order. A full array grows by one. Averages and extremes are 0 without
-/// lines. Indices are trusted. The destructor is not virtual: do not delete through a base pointer.
+/// lines. Indices are trusted.
 class TAVIX_API CLineArray : private detail::RecordArray<_stLine> {
 public:
     CLineArray() : RecordArray(detail::DEFAULT_CAPACITY) {}

@@ -12,11 +12,6 @@ namespace TavixArray {
 class TAVIX_API CLongArray : private detail::NumberArray<LONG, LONG> {
 public:
     CLongArray() = default;
-    CLongArray(const CLongArray &) = default;
-    CLongArray(CLongArray &&) noexcept = default;
-    CLongArray &operator=(const CLongArray &) = default;
-    CLongArray &operator=(CLongArray &&) noexcept = default;
-    virtual ~CLongArray() = default;
 
     using NumberArray::Add;
     using NumberArray::Find;

@@ -15,11 +15,6 @@ class TAVIX_API CMatchRatetItemArray
     : private TavixArray::detail::RatedMatchArray<_stMatchRateItem> {
 public:
     CMatchRatetItemArray() = default;
-    CMatchRatetItemArray(const CMatchRatetItemArray &) = default;
-    CMatchRatetItemArray(CMatchRatetItemArray &&) noexcept = default;
-    CMatchRatetItemArray &operator=(const CMatchRatetItemArray &) = default;
-    CMatchRatetItemArray &operator=(CMatchRatetItemArray &&) noexcept = default;
-    virtual ~CMatchRatetItemArray() = default;
 
     virtual void Add(double rate, int index);
     using RatedMatchArray::GetCount;

@@ -21,11 +21,6 @@ struct _stMatchResult {
 class TAVIX_API CMatchResultArray : private TavixArray::detail::MatchArray<_stMatchResult> {
 public:
     CMatchResultArray() = default;
-    CMatchResultArray(const CMatchResultArray &) = default;
-    CMatchResultArray(CMatchResultArray &&) noexcept = default;
-    CMatchResultArray &operator=(const CMatchResultArray &) = default;
-    CMatchResultArray &operator=(CMatchResultArray &&) noexcept = default;
-    virtual ~CMatchResultArray() = default;
 
     virtual void Add(unsigned char flag, int left, int top, int right, int bottom,
                      int templateIndex, double blackYield, double whiteYield);

@@ -14,11 +14,6 @@ struct _stMatchSource {
 class TAVIX_API CMatchSrcArray : private TavixArray::detail::MatchArray<_stMatchSource> {
 public:
     CMatchSrcArray() = default;
-    CMatchSrcArray(const CMatchSrcArray &) = default;
-    CMatchSrcArray(CMatchSrcArray &&) noexcept = default;
-    CMatchSrcArray &operator=(const CMatchSrcArray &) = default;
-    CMatchSrcArray &operator=(CMatchSrcArray &&) noexcept = default;
-    virtual ~CMatchSrcArray() = default;
 
     /// Appends a source of that name, cut to 259 bytes. Null text counts as the empty name.
     virtual void Add(const char *name);

@@ -23,11 +23,6 @@ struct _stPixel {
 class TAVIX_API CPixelArray : private detail::SampleArray<_stPixel> {
 public:
     CPixelArray() = default;
-    CPixelArray(const CPixelArray &) = default;
-    CPixelArray(CPixelArray &&) noexcept = default;
-    CPixelArray &operator=(const CPixelArray &) = default;
-    CPixelArray &operator=(CPixelArray &&) noexcept = default;
-    virtual ~CPixelArray() = default;
 
     using SampleArray::Add;
     virtual void Add(int x, int y, unsigned char level, double parameter);

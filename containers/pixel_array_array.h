@@ -11,11 +11,6 @@ class TAVIX_API CPixelArrayArray : private detail::ListArray<CPixelArray> {
 public:
     /// Ten empty lists, none of them counted.
     CPixelArrayArray() = default;
-    CPixelArrayArray(const CPixelArrayArray &) = default;
-    CPixelArrayArray(CPixelArrayArray &&) noexcept = default;
-    CPixelArrayArray &operator=(const CPixelArrayArray &) = default;
-    CPixelArrayArray &operator=(CPixelArrayArray &&) noexcept = default;
-    virtual ~CPixelArrayArray() = default;
 
     using ListArray::Add;
     using ListArray::GetElementCount;

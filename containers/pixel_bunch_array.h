@@ -18,11 +18,6 @@ struct _stPixelBunch {
 class TAVIX_API CPixelBunchArray : private detail::ListArray<_stPixelBunch> {
 public:
     CPixelBunchArray() = default;
-    CPixelBunchArray(const CPixelBunchArray &) = default;
-    CPixelBunchArray(CPixelBunchArray &&) noexcept = default;
-    CPixelBunchArray &operator=(const CPixelBunchArray &) = default;
-    CPixelBunchArray &operator=(CPixelBunchArray &&) noexcept = default;
-    virtual ~CPixelBunchArray() = default;
 
     using ListArray::Add;
     virtual void Add(unsigned char level, LONG count, double percent);

@@ -32,9 +32,6 @@ public:
     explicit CPointArray(int capacity) : RecordArray(capacity) {}
     /// A copy of count points.
     CPointArray(const tagPOINT *points, int count);
-    CPointArray(const CPointArray &) = default;
-    CPointArray(CPointArray &&) noexcept = default;
-    virtual ~CPointArray() = default;
 
     /// Appends count points in order; nothing for count <= 0.
     virtual void AddPoints(const tagPOINT *points, int count);
@@ -71,8 +68,6 @@ public:
     /// Ascending by y; equal y keep their order.
     virtual void SortY();
 
-    CPointArray &operator=(const CPointArray &) = default;
-    CPointArray &operator=(CPointArray &&) noexcept = default;
     /// 1 when both hold equal points in the same order, else 0.
     int operator==(const CPointArray &other) const;
     /// 1 only when the counts are equal and some point differs. Arrays of different counts give 0

@@ -10,11 +10,6 @@ class TAVIX_API CPointArrayArray : private detail::RecordArray<CPointArray> {
 public:
     /// Ten empty lists, none of them counted.
     CPointArrayArray() : RecordArray(detail::DEFAULT_CAPACITY) {}
-    CPointArrayArray(const CPointArrayArray &) = default;
-    CPointArrayArray(CPointArrayArray &&) noexcept = default;
-    CPointArrayArray &operator=(const CPointArrayArray &) = default;
-    CPointArrayArray &operator=(CPointArrayArray &&) noexcept = default;
-    virtual ~CPointArrayArray() = default;
 
     /// Appends the outlines of the region, one list each, as pixel corners starting at the top left
     /// in raster order: parts clockwise, holes counter-clockwise. Filling them all together

@@ -99,7 +99,7 @@ protected:
         Swap(other);
         return *this;
     }
-    ~RecordArray() = default;
+    virtual ~RecordArray() = default;
 
     void Swap(RecordArray &other) noexcept {
         std::swap(m_capacity, other.m_capacity);

@@ -12,11 +12,6 @@ namespace TavixArray {
 class TAVIX_API CRectArray : private detail::RecordArray<tagRECT, detail::CountFirst> {
 public:
     CRectArray() : RecordArray(detail::DEFAULT_CAPACITY) {}
-    CRectArray(const CRectArray &) = default;
-    CRectArray(CRectArray &&) noexcept = default;
-    CRectArray &operator=(const CRectArray &) = default;
-    CRectArray &operator=(CRectArray &&) noexcept = default;
-    virtual ~CRectArray() = default;
 
     /// A full array grows by ten.
     virtual void Add(int left, int top, int right, int bottom);

@@ -11,11 +11,6 @@ namespace TavixArray {
 class TAVIX_API CSizeArray : private detail::RecordArray<tagSIZE> {
 public:
     CSizeArray() : RecordArray(detail::DEFAULT_CAPACITY) {}
-    CSizeArray(const CSizeArray &) = default;
-    CSizeArray(CSizeArray &&) noexcept = default;
-    CSizeArray &operator=(const CSizeArray &) = default;
-    CSizeArray &operator=(CSizeArray &&) noexcept = default;
-    virtual ~CSizeArray() = default;
 
     /// A full array grows by ten.
     virtual void Add(int width, int height);

@@ -10,11 +10,6 @@ namespace TavixArray {
 class TAVIX_API CSortByteArray : private detail::NumberArray<unsigned char, std::int64_t> {
 public:
     CSortByteArray() = default;
-    CSortByteArray(const CSortByteArray &) = default;
-    CSortByteArray(CSortByteArray &&) noexcept = default;
-    CSortByteArray &operator=(const CSortByteArray &) = default;
-    CSortByteArray &operator=(CSortByteArray &&) noexcept = default;
-    virtual ~CSortByteArray() = default;
 
     using NumberArray::Add;
     using NumberArray::Find;

@@ -12,11 +12,6 @@ namespace TavixArray {
 class TAVIX_API CSortStringArray : private detail::ValueArray<CString> {
 public:
     CSortStringArray() = default;
-    CSortStringArray(const CSortStringArray &) = default;
-    CSortStringArray(CSortStringArray &&) noexcept = default;
-    CSortStringArray &operator=(const CSortStringArray &) = default;
-    CSortStringArray &operator=(CSortStringArray &&) noexcept = default;
-    virtual ~CSortStringArray() = default;
 
     using ValueArray::Add;
     virtual void Add(const char *text);

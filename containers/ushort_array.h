@@ -10,11 +10,6 @@ namespace TavixArray {
 class TAVIX_API CUShortArray : private detail::NumberArray<unsigned short, std::int64_t> {
 public:
     CUShortArray() = default;
-    CUShortArray(const CUShortArray &) = default;
-    CUShortArray(CUShortArray &&) noexcept = default;
-    CUShortArray &operator=(const CUShortArray &) = default;
-    CUShortArray &operator=(CUShortArray &&) noexcept = default;
-    virtual ~CUShortArray() = default;
 
     using NumberArray::Add;
     using NumberArray::Find;
