@@ -83,8 +83,8 @@ protected:
     using Fields<T>::m_block;
 
     explicit RecordArray(std::int32_t capacity) {
-        m_capacity = std::max(capacity, 0);
-        m_block.resize(static_cast<std::size_t>(m_capacity));
+        if (capacity > 0 && Reallocate(static_cast<std::size_t>(capacity)))
+            m_capacity = capacity;
     }
 
     /// Copies hold exactly the counted records: their capacity is their count.
@@ -201,7 +201,12 @@ private:
     }
 
     void CopyRecords(const RecordArray &other) {
-        m_block.assign(other.begin(), other.end());
+        try {
+            std::vector<T> copy(other.begin(), other.end());
+            m_block.swap(copy);
+        } catch (const std::bad_alloc &) {
+            return;
+        }
         m_count = static_cast<std::int32_t>(m_block.size());
         m_capacity = m_count;
     }
