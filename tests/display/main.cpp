@@ -1,5 +1,4 @@
-// The display tests share one application object. They are also listed while the project is built,
-// perhaps without a display.
+// The display tests share one application object, which needs no display.
 
 #include <QApplication>
 
