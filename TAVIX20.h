@@ -1,9 +1,11 @@
 /// TAVIX20: the whole public interface.
 #pragma once
 
+#include "TAVIX20/platform/bitmap.h"
 #include "TAVIX20/platform/collections.h"
 #include "TAVIX20/platform/cstring.h"
 #include "TAVIX20/platform/dc.h"
+#include "TAVIX20/platform/gdiplus.h"
 #include "TAVIX20/platform/geometry.h"
 #include "TAVIX20/platform/region.h"
 #include "TAVIX20/platform/types.h"

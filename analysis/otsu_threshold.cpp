@@ -13,23 +13,17 @@ constexpr double SET = 255.0;
 } // namespace
 
 long CTavixImage8::GetAutoThreshold() const {
-    const tavix::IplPtr copy = tavix::CopyToIpl(*this);
-    if (!copy)
-        return 0;
-    try {
-        return static_cast<long>(cvThreshold(copy.get(), copy.get(), 0.0, SET, BINARY_AT_OTSU));
-    } catch (const cv::Exception &) {
-        return 0;
-    }
+    double threshold = 0;
+    // The copy takes the two-level picture.
+    CTavixImage8 copy(*this);
+    tavix::CallBridged(copy, [&threshold](IplImage *pixels) {
+        threshold = cvThreshold(pixels, pixels, 0.0, SET, BINARY_AT_OTSU);
+    });
+    return static_cast<long>(threshold);
 }
 
 void CTavixImage8::Threshold(int threshold) {
-    const tavix::IplPtr pixels = tavix::BorrowAsIpl(*this);
-    if (!pixels)
-        return;
-    try {
-        cvThreshold(pixels.get(), pixels.get(), threshold, SET, BINARY_AT_OTSU);
-    } catch (const cv::Exception &) {
-        return; // OpenCV checks before it writes: the image is as it was.
-    }
+    tavix::CallBridged(*this, [threshold](IplImage *pixels) {
+        cvThreshold(pixels, pixels, threshold, SET, BINARY_AT_OTSU);
+    });
 }

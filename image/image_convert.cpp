@@ -1,5 +1,6 @@
 // Conversions between grey and colour images, and between images and IplImage structures.
 
+#include "TAVIX20/image/image_buffers.h"
 #include "TAVIX20/image/ipl_bridge.h"
 #include "TAVIX20/image/tavix_image24.h"
 #include "TAVIX20/image/tavix_image8.h"
@@ -12,16 +13,12 @@ namespace {
 template <typename Target>
 Target *Convert(const CTavixImage &source, int cvCode) {
     auto target = std::make_unique<Target>();
-    const tavix::IplPtr from = tavix::BorrowAsIpl(source);
-    if (!from || !target->Create(source.GetWidth(), source.GetHeight()))
-        return target.release();
-    const tavix::IplPtr to = tavix::BorrowAsIpl(*target);
-    try {
-        cvCvtColor(from.get(), to.get(), cvCode);
-    } catch (const cv::Exception &) {
-        return new Target;
-    }
-    return target.release();
+    const bool isMade =
+        source.GetImageLen() > 0 &&
+        tavix::ImageBuffers::AllocateForPixels(*target, source.GetWidth(), source.GetHeight()) &&
+        tavix::CallBridged(source, *target,
+                           [cvCode](IplImage *from, IplImage *to) { cvCvtColor(from, to, cvCode); });
+    return isMade ? target.release() : new Target;
 }
 
 } // namespace

@@ -1,6 +1,7 @@
 // Image files through OpenCV's readers and writers. cvLoadImage and cvSaveImage are gone from
 // OpenCV 4.6; cv::imread and cv::imwrite stand behind the same outcomes.
 
+#include "TAVIX20/image/image_buffers.h"
 #include "TAVIX20/image/layout.h"
 #include "TAVIX20/image/tavix_image24.h"
 #include "TAVIX20/image/tavix_image8.h"
@@ -8,7 +9,6 @@
 #include <opencv2/imgcodecs.hpp>
 
 #include <cstdio>
-#include <cstring>
 #include <filesystem>
 
 namespace {
@@ -40,19 +40,6 @@ cv::Mat ReadFile(const char *path) {
     }
 }
 
-/// A new image with the matrix's pixels; null when it is too large for one.
-template <typename Image>
-Image *FromMatrix(const cv::Mat &pixels) {
-    auto image = std::make_unique<Image>();
-    if (!image->Create(pixels.cols, pixels.rows))
-        return nullptr;
-    const std::int64_t stride = tavix::RowStride(image->GetBitCount(), pixels.cols);
-    const std::size_t rowBytes = static_cast<std::size_t>(pixels.cols) * pixels.elemSize();
-    for (int y = 0; y < pixels.rows; ++y)
-        std::memcpy(image->GetImagePtr() + y * stride, pixels.ptr(y), rowBytes);
-    return image.release();
-}
-
 int Save(const CTavixImage &image, const char *path) {
     if (image.GetWidth() <= 0 || image.GetHeight() <= 0 || image.GetImageLen() == 0)
         return 0;
@@ -76,14 +63,11 @@ CTavixImage *CTavixImage::LoadImageA(const char *path) {
     const cv::Mat pixels = ReadFile(path);
     if (pixels.empty())
         return nullptr;
-    switch (pixels.channels()) {
-    case 1:
-        return FromMatrix<CTavixImage8>(pixels);
-    case 3:
-        return FromMatrix<CTavixImage24>(pixels);
-    default:
+    if (pixels.channels() != 1 && pixels.channels() != 3)
         return new CTavixImage24; // Callers tell such files by an image without pixels.
-    }
+    return tavix::CopyRows(8 * pixels.channels(), pixels.cols, pixels.rows, pixels.data,
+                           static_cast<std::ptrdiff_t>(pixels.step))
+        .release();
 }
 
 CTavixImage8 *CTavixImage::LoadImage8(const char *path) {

@@ -3,6 +3,7 @@
 #include "TAVIX20/image/layout.h"
 #include "TAVIX20/image/tavix_image24.h"
 #include "TAVIX20/image/tavix_image8.h"
+#include "TAVIX20/platform/gdiplus.h"
 
 #include <array>
 
@@ -37,6 +38,11 @@ void Paint(const CTavixImage &image, CDC *dc, const CRect &rect, const void *inf
 }
 
 } // namespace
+
+void CTavixImage::PaintImage(Gdiplus::Graphics &graphics, const CRect &rect) const {
+    CDC dc(graphics.GetPainter());
+    PaintImage(&dc, rect);
+}
 
 void CTavixImage8::PaintImage(CDC *dc, const CRect &rect) const {
     GreyBitmapInfo info{DescribeBuffer(*this), {}};

@@ -45,7 +45,7 @@ IplPtr CopyToIpl(const CTavixImage &image) {
             std::memcpy(copy->imageData, image.GetImagePtr(),
                         static_cast<std::size_t>(image.GetImageLen()));
         return copy;
-    } catch (const cv::Exception &) {
+    } catch (const std::exception &) {
         return nullptr;
     }
 }
@@ -75,7 +75,7 @@ IplPtr BorrowAsIpl(CTavixImage &image) {
             view->widthStep = static_cast<int>(RowStride(image.GetBitCount(), image.GetWidth()));
         }
         return view;
-    } catch (const cv::Exception &) {
+    } catch (const std::exception &) {
         return nullptr;
     }
 }

@@ -1,6 +1,7 @@
 /// The one place that knows OpenCV's IplImage.
 #pragma once
 
+#include <exception>
 #include <memory>
 
 struct _IplImage;
@@ -28,5 +29,26 @@ void TakeIplPixels(const void *structure, int channels, CTavixImage &target);
 IplPtr BorrowAsIpl(CTavixImage &image);
 /// The same for reading only.
 IplPtr BorrowAsIpl(const CTavixImage &image);
+
+/// Runs call(pixels) on the borrowed structure of an image. False when the image has no pixels or
+/// OpenCV raised an error; it checks its arguments before it writes.
+template <typename Call>
+bool CallBridged(CTavixImage &image, Call call) {
+    try {
+        const IplPtr pixels = BorrowAsIpl(image);
+        if (pixels)
+            call(pixels.get());
+        return pixels != nullptr;
+    } catch (const std::exception &) {
+        return false;
+    }
+}
+
+/// Runs call(source, target) on the borrowed structures of two images.
+template <typename Call>
+bool CallBridged(const CTavixImage &source, CTavixImage &target, Call call) {
+    const IplPtr from = BorrowAsIpl(source);
+    return from && CallBridged(target, [&](_IplImage *to) { call(from.get(), to); });
+}
 
 } // namespace tavix

@@ -30,11 +30,8 @@ unsigned char *CTavixImage::GetImagePtr() {
 }
 
 void CTavixImage::Release() {
-    m_buffer.reset();
-    m_width = 0;
-    m_height = 0;
+    GiveUpBuffer();
     m_bitCount = 0;
-    m_imageLen = 0;
 }
 
 int CTavixImage::IsEmpty() const {
@@ -45,20 +42,27 @@ std::int64_t CTavixImage::Stride() const {
     return tavix::RowStride(m_bitCount, m_width);
 }
 
+void CTavixImage::TakeBuffer(tavix::BufferPtr buffer, int width, int height, int length) {
+    m_buffer = std::move(buffer);
+    m_visitMap.reset();
+    m_width = width;
+    m_height = height;
+    m_imageLen = length;
+}
+
+void CTavixImage::GiveUpBuffer() {
+    TakeBuffer(nullptr, 0, 0, 0);
+}
+
 bool CTavixImage::Allocate(int width, int height) {
-    m_buffer.reset();
-    m_width = 0;
-    m_height = 0;
-    m_imageLen = 0;
+    GiveUpBuffer();
     const auto length = tavix::ImageLength(m_bitCount, width, height);
     if (!length)
         return false;
-    m_buffer.reset(new (std::nothrow) unsigned char[static_cast<std::size_t>(*length)]);
-    if (!m_buffer)
+    tavix::BufferPtr buffer(new (std::nothrow) unsigned char[static_cast<std::size_t>(*length)]);
+    if (!buffer)
         return false;
-    m_width = width;
-    m_height = height;
-    m_imageLen = *length;
+    TakeBuffer(std::move(buffer), width, height, *length);
     return true;
 }
 
@@ -71,47 +75,15 @@ bool CTavixImage::AllocateZeroed(int width, int height) {
 
 bool CTavixImage::AllocateCopy(int width, int height, const unsigned char *bytes) {
     // The old buffer lives until the copy is done: the bytes may lie in it.
-    const std::unique_ptr<unsigned char[]> old = std::move(m_buffer);
+    const tavix::BufferPtr old = std::move(m_buffer);
     if (!Allocate(width, height))
         return false;
     if (m_imageLen == 0)
         return true;
     if (!bytes) {
-        m_buffer.reset();
-        m_width = 0;
-        m_height = 0;
-        m_imageLen = 0;
+        GiveUpBuffer();
         return false;
     }
     std::memcpy(m_buffer.get(), bytes, static_cast<std::size_t>(m_imageLen));
     return true;
-}
-
-unsigned char *CTavixImage::CopyRect(int x1, int y1, int x2, int y2, unsigned char fill) const {
-    if (x1 > x2)
-        std::swap(x1, x2);
-    if (y1 > y2)
-        std::swap(y1, y2);
-    const std::int64_t columns = std::int64_t{x2} - x1 + 1;
-    const std::int64_t rows = std::int64_t{y2} - y1 + 1;
-    const auto length = tavix::ImageLength(m_bitCount, columns, rows);
-    if (!m_buffer || !length)
-        return nullptr;
-    auto *const copy = new (std::nothrow) unsigned char[static_cast<std::size_t>(*length)];
-    if (!copy)
-        return nullptr;
-    std::memset(copy, fill, static_cast<std::size_t>(*length));
-
-    const int left = std::max(x1, 0);
-    const int right = std::min(x2, m_width - 1);
-    const int bottom = std::min(y2, m_height - 1);
-    if (left > right || m_imageLen == 0)
-        return copy;
-    const std::int64_t bytesPerPixel = m_bitCount / 8;
-    const std::int64_t targetStride = tavix::RowStride(m_bitCount, columns);
-    const auto bytes = static_cast<std::size_t>((right - left + 1) * bytesPerPixel);
-    for (std::int64_t y = std::max(y1, 0); y <= bottom; ++y)
-        std::memcpy(copy + (y - y1) * targetStride + (left - x1) * bytesPerPixel,
-                    m_buffer.get() + y * Stride() + left * bytesPerPixel, bytes);
-    return copy;
 }

@@ -1,6 +1,7 @@
 /// CTavixImage: what 8-bit grey and 24-bit colour images have in common.
 #pragma once
 
+#include "TAVIX20/platform/bitmap.h"
 #include "TAVIX20/platform/dc.h"
 #include "TAVIX20/platform/export.h"
 #include "TAVIX20/platform/geometry.h"
@@ -11,9 +12,29 @@ class CTavixImage8;
 class CTavixImage24;
 struct tagPOINTD;
 
+namespace Gdiplus {
+class Bitmap;
+class Graphics;
+} // namespace Gdiplus
+
 namespace TavixArray {
 class CPointArray;
 }
+
+namespace tavix {
+struct ImageBuffers;
+
+/// Frees an image's buffer: with delete[], or by giving up the host's object that it belongs to.
+struct BufferDeleter {
+    std::shared_ptr<void> owner; ///< Null for a buffer of the image's own.
+
+    void operator()(unsigned char *buffer) const {
+        if (!owner)
+            delete[] buffer;
+    }
+};
+using BufferPtr = std::unique_ptr<unsigned char[], BufferDeleter>;
+} // namespace tavix
 
 /// Selects the plane that a per-channel operation looks at. On an 8-bit image level 0 means the
 /// grey values; the other levels have none.
@@ -73,14 +94,38 @@ public:
     /// 1 when there is no buffer, else 0.
     virtual int IsEmpty() const;
     /// Paints the whole image into the rectangle (right and bottom exclusive), the top row at the
-    /// top, nearest pixels.
+    /// top, nearest pixels. A rectangle with reversed edges mirrors the picture.
+    virtual void PaintImage(Gdiplus::Graphics &graphics, const CRect &rect) const;
     virtual void PaintImage(CDC *dc, const CRect &rect) const = 0;
+    /// Resize to width * scale and height * scale, each truncated. A scale that is not finite, or
+    /// gives no size that an image can have, changes nothing.
+    virtual void Resize(double scale, int mode);
+    /// Scales to the given size: mode 0 takes the nearest pixel, 1 the mean over the area, 2
+    /// interpolates bilinearly; any other mode gives an image of that size with all bytes 0. Sizes
+    /// below 1, an image without pixels or too little memory change nothing.
+    virtual void Resize(int width, int height, int mode);
+    /// Keeps the inclusive rectangle, as GetImagePtr copies it; where that gives null, nothing
+    /// changes.
+    virtual void CropImage(int x1, int y1, int x2, int y2);
     /// A new grey image: a copy, or the conversion 0.299 red + 0.587 green + 0.114 blue. Of an
     /// image without pixels an empty one.
     virtual CTavixImage8 *GetImage8() const = 0;
     /// A new colour image: a copy, or the grey values in all three channels. Of an image without
     /// pixels an empty one.
     virtual CTavixImage24 *GetImage24() const = 0;
+    /// Turns about the pixel (width / 2, height / 2) by angle degrees, counter-clockwise as the
+    /// picture is seen, bilinearly. The size stays: what leaves the frame is lost and the uncovered
+    /// parts become 0, whatever fill says; callers rely on that. An angle that is not finite, or a
+    /// side of 32767 pixels or more, which OpenCV refuses, changes nothing.
+    virtual void Rotate(double angle, unsigned char fill);
+    /// Rotate by 180, 90 and -90 degrees. They keep the size, too.
+    virtual void Rotate180();
+    virtual void Rotate90L();
+    virtual void Rotate90R();
+    /// Mirrors left to right.
+    virtual void RotateHorzFlip();
+    /// Mirrors top to bottom.
+    virtual void RotateVertFlip();
     /// Does nothing in either class; GetImage8 makes grey images.
     virtual void Gray() = 0;
     /// A new image of the same class with the same pixels.
@@ -88,11 +133,39 @@ public:
 
     const unsigned char *GetImagePtr() const { return m_buffer.get(); }
 
+    /// Moves the picture left by dx and up by dy pixels; the bytes uncovered become 0. The buffer
+    /// is moved as one run of bytes, so rows wrap into each other through their padding; callers
+    /// rely on that. A shift beyond the image clears it.
+    void Offset(int dx, int dy);
+
     /// Loads a file with as many channels as it has: a CTavixImage8 for one channel, a
     /// CTavixImage24 for three, an empty CTavixImage24 for any other number. More than 8 bits a
     /// channel are brought to 8. Null when the file is missing, unreadable, damaged beyond decoding
-    /// or too large for an image.
+    /// or too large: beyond OpenCV's limits (2^20 pixels a side, 2^30 in all; the environment
+    /// variables OPENCV_IO_MAX_IMAGE_WIDTH, _HEIGHT and _PIXELS, set before the program starts,
+    /// move them) or beyond a buffer of 2^31 - 1 bytes.
     static CTavixImage *LoadImageA(const char *path);
+    /// From an IplImage with one or three channels, its bytes one to one, as the class's
+    /// SetImagePtr takes them; null for any other.
+    static CTavixImage *LoadImageA(void *image);
+    /// A CTavixImage8 with the indices of an 8-bit indexed bitmap, its palette not applied; a
+    /// CTavixImage24 with the colours of any other, alpha dropped. Null for null, for a bitmap
+    /// without pixels and when memory runs out.
+    static CTavixImage *LoadImageA(Gdiplus::Bitmap *bitmap);
+    /// From a packed bitmap: the 40-byte header, then at once the pixels. A CTavixImage8 for 8 bits
+    /// and a CTavixImage24 for 24 and 32 (the fourth byte dropped), rows in their stored order. A
+    /// palette behind the header is read as pixels; callers rely on that.
+    ///
+    /// The caller guarantees that the pixels follow: height rows of 4-byte-aligned length for 8 and
+    /// 24 bits; biSizeImage bytes, or width * height * 4 where that is 0 or more, for 32 bits. Pixels
+    /// of a 32-bit bitmap beyond biSizeImage are 0.
+    ///
+    /// Null for null, for a header that is not 40 bytes long, a width or height below 1, more than
+    /// one plane, a compressed bitmap, other bit counts, sizes too large for an image and when
+    /// memory runs out.
+    static CTavixImage *LoadImageA(const BITMAPINFOHEADER *header);
+    /// From a bitmap handle, as from a Gdiplus::Bitmap.
+    static CTavixImage *LoadImageA(HBITMAP bitmap);
     /// LoadImageA, then GetImage8. Empty for channel counts other than 1 and 3; null as LoadImageA.
     static CTavixImage8 *LoadImage8(const char *path);
     /// LoadImageA, then GetImage24. Empty for channel counts other than 1 and 3; null as
@@ -164,16 +237,27 @@ protected:
     CTavixImage(const CTavixImage &) = delete;
     CTavixImage &operator=(const CTavixImage &) = delete;
 
+    friend struct tavix::ImageBuffers;
+
     /// Steps shared by Create and SetImagePtr: gives up the buffer, then allocates one for the size
     /// (contents undefined). False leaves the image empty.
     bool Allocate(int width, int height);
+    /// Replaces the buffer by one of that size, and drops the visit map.
+    void TakeBuffer(tavix::BufferPtr buffer, int width, int height, int length);
+    /// Makes the image empty.
+    void GiveUpBuffer();
     bool AllocateZeroed(int width, int height);
     bool AllocateCopy(int width, int height, const unsigned char *bytes);
     /// The copy behind both forms of GetImagePtr with a rectangle.
     unsigned char *CopyRect(int x1, int y1, int x2, int y2, unsigned char fill) const;
+    /// The crop behind both forms of CropImage.
+    void CropTo(int x1, int y1, int x2, int y2, unsigned char fill);
     std::int64_t Stride() const;
 
-    std::unique_ptr<unsigned char[]> m_buffer;
+    tavix::BufferPtr m_buffer;
+    /// What blob traces note of each pixel (analysis/blob_tracer.h); made at the first blob call,
+    /// dropped with the buffer it belongs to.
+    std::unique_ptr<unsigned char[]> m_visitMap;
     int m_width = 0;
     int m_height = 0;
     int m_bitCount;

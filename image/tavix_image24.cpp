@@ -60,12 +60,10 @@ void CTavixImage24::SetImagePtr(void *image) {
 }
 
 void CTavixImage24::SetImagePtr(int width, int height, const unsigned char *bytes) {
-    m_visitMap.reset();
     AllocateCopy(width, height, bytes);
 }
 
 int CTavixImage24::Create(int width, int height) {
-    m_visitMap.reset();
     return AllocateZeroed(width, height) ? 1 : 0;
 }
 

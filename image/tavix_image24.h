@@ -17,6 +17,7 @@ public:
     ~CTavixImage24() override;
 
     using CTavixImage::GetImagePtr;
+    using CTavixImage::PaintImage;
     unsigned char *GetImagePtr(int x1, int y1, int x2, int y2) const override;
     void SetImagePtr(void *image) override;
     void SetImagePtr(int width, int height, const unsigned char *bytes) override;
@@ -31,6 +32,16 @@ public:
 
     /// A deep copy into this object.
     virtual CTavixImage24 &operator=(const CTavixImage24 &source);
+    /// Image arithmetic, channel by channel; as the operators of CTavixImage8.
+    virtual CTavixImage24 &operator+(const CTavixImage24 &other);
+    virtual CTavixImage24 &operator-(const CTavixImage24 &other);
+    virtual CTavixImage24 &operator*(const CTavixImage24 &other);
+    virtual CTavixImage24 &operator/(const CTavixImage24 &other);
+    virtual CTavixImage24 &operator&(const CTavixImage24 &other);
+    virtual CTavixImage24 &operator|(const CTavixImage24 &other);
+
+    /// As CTavixImage8::CropImage2.
+    CTavixImage24 *CropImage2(int x1, int y1, int x2, int y2) const;
 
     /// The colour 0x00BBGGRR at y * stride + 3 * x. Not tested: (x, y) must lie in the image.
     unsigned long GetPixel(int x, int y) const;
@@ -43,7 +54,36 @@ public:
     /// Sets every pixel that is exactly from to the colour to.
     void FillTo(unsigned long from, unsigned long to);
 
-private:
-    /// As in CTavixImage8.
-    std::unique_ptr<unsigned char[]> m_visitMap;
+    /// One plane as a new grey image of the same size, which the caller deletes; of an image
+    /// without pixels an empty one. Null when memory runs out.
+    CTavixImage8 *GetRedSpace() const;
+    CTavixImage8 *GetGreenSpace() const;
+    CTavixImage8 *GetBlueSpace() const;
+    /// OpenCV's 8-bit YUV.
+    CTavixImage8 *GetYSpace() const;
+    CTavixImage8 *GetUSpace() const;
+    CTavixImage8 *GetVSpace() const;
+    /// OpenCV's 8-bit HLS and HSV, hue from 0 to 180, of the pixel with red and blue exchanged: a
+    /// red pixel has the hue of blue, 120. Thresholds of callers rely on that.
+    CTavixImage8 *GetHSpaceOfHLS() const;
+    CTavixImage8 *GetLSpaceOfHLS() const;
+    CTavixImage8 *GetSSpaceOfHLS() const;
+    CTavixImage8 *GetHSpaceOfHSV() const;
+    CTavixImage8 *GetSSpaceOfHSV() const;
+    CTavixImage8 *GetVSpaceOfHSV() const;
+    /// GetImage8.
+    CTavixImage8 *GetGraySpace() const;
+
+    /// Multiplies one channel of every pixel by the gain, rounded to nearest (ties to even) and
+    /// limited to 255. A gain that is negative or not finite changes nothing.
+    void SetRedGain(double gain);
+    void SetGreenGain(double gain);
+    void SetBlueGain(double gain);
+    /// Gives the three channels the same mean, that of all of them: the grey-world rule (Buchsbaum,
+    /// "A spatial processor model for object colour perception", 1980). A channel that is 0
+    /// throughout stays so.
+    void WhiteBalance();
+    /// Takes one colour out: sets that channel of every pixel to 0. The grey level is no colour and
+    /// changes nothing.
+    void AbandonColorCell(ColorLevel level);
 };

@@ -37,12 +37,10 @@ void CTavixImage8::SetImagePtr(void *image) {
 }
 
 void CTavixImage8::SetImagePtr(int width, int height, const unsigned char *bytes) {
-    m_visitMap.reset();
     AllocateCopy(width, height, bytes);
 }
 
 int CTavixImage8::Create(int width, int height) {
-    m_visitMap.reset();
     return AllocateZeroed(width, height) ? 1 : 0;
 }
 

@@ -21,7 +21,9 @@ public:
     explicit CTavixImage8(void *image);
     ~CTavixImage8() override;
 
+    using CTavixImage::CropImage;
     using CTavixImage::GetImagePtr;
+    using CTavixImage::PaintImage;
     unsigned char *GetImagePtr(int x1, int y1, int x2, int y2) const override;
     void SetImagePtr(void *image) override;
     void SetImagePtr(int width, int height, const unsigned char *bytes) override;
@@ -36,8 +38,23 @@ public:
 
     /// As GetImagePtr with a rectangle; parts outside the image, and the padding, are fill.
     virtual unsigned char *GetImagePtr(int x1, int y1, int x2, int y2, unsigned char fill) const;
+    /// As CropImage; parts outside the image, and the padding, become fill.
+    virtual void CropImage(int x1, int y1, int x2, int y2, unsigned char fill);
     /// A deep copy of the pixels into this object; this object's mask stays.
     virtual CTavixImage8 &operator=(const CTavixImage8 &source);
+    /// Image arithmetic, pixel by pixel, with this image as left operand and result: limited to 0
+    /// and 255, quotients rounded to nearest (ties to even) and 0 where the divisor is 0. Padding
+    /// is left alone. An image of another size changes nothing. Returns this image.
+    virtual CTavixImage8 &operator+(const CTavixImage8 &other);
+    virtual CTavixImage8 &operator-(const CTavixImage8 &other);
+    virtual CTavixImage8 &operator*(const CTavixImage8 &other);
+    virtual CTavixImage8 &operator/(const CTavixImage8 &other);
+    virtual CTavixImage8 &operator&(const CTavixImage8 &other);
+    virtual CTavixImage8 &operator|(const CTavixImage8 &other);
+
+    /// A new image with the inclusive rectangle, as GetImagePtr copies it; null where that gives
+    /// null. The caller deletes it.
+    CTavixImage8 *CropImage2(int x1, int y1, int x2, int y2) const;
 
     /// The byte at y * stride + x, or 0 when that offset lies outside the buffer. Only the offset
     /// is tested: an x beyond the row reads padding or the neighbouring row.
@@ -86,9 +103,6 @@ private:
         void operator()(void *block) const { std::free(block); }
     };
 
-    /// What blob traces note of each pixel (analysis/blob_tracer.h); made at the first blob call,
-    /// dropped with the buffer it belongs to.
-    std::unique_ptr<unsigned char[]> m_visitMap;
     std::unique_ptr<void, FreeDeleter> m_roiData; ///< A RGNDATA.
     const RECT *m_roiRects = nullptr;
     std::int32_t m_roiRectCount = 0;

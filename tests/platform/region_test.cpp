@@ -152,7 +152,7 @@ TEST(RegionTest, RefusesBadSourcesPolygonsAndCoordinates) {
     EXPECT_EQ(EqualRgn(nullptr, nullptr), 0);
     EXPECT_EQ(PtInRegion(nullptr, 0, 0), 0);
     EXPECT_EQ(GetRegionData(nullptr, 0, nullptr), 0u);
-    EXPECT_EQ(DeleteObject(nullptr), 0);
+    EXPECT_EQ(DeleteObject(HRGN{}), 0);
 
     constexpr int limit = (1 << 27) - 1;
     EXPECT_EQ(CreatePolygonRgn(nullptr, 3, WINDING), nullptr);
