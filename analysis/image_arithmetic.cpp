@@ -9,7 +9,8 @@
 
 namespace {
 
-/// Runs call(left, right, result) when both images have the same size; the result is the left image.
+/// Runs call(left, right, result) when both images have the same size; the result is the left
+/// image.
 template <typename Image, typename Call>
 Image &Combine(Image &left, const Image &right, Call call) {
     if (left.GetWidth() == right.GetWidth() && left.GetHeight() == right.GetHeight())

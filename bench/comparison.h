@@ -25,3 +25,4 @@ void AddBlobComparisons();
 void AddContainerComparisons();
 void AddDisplayComparisons();
 void AddImageComparisons();
+void AddTransformComparisons();

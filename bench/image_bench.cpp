@@ -3,6 +3,7 @@
 #include "comparison.h"
 
 #include <TAVIX20.h>
+#include <TAVIX20/image/image_interop.h>
 
 #include <benchmark/benchmark.h>
 #include <opencv2/imgproc.hpp>
@@ -24,11 +25,6 @@ std::shared_ptr<Image> Noise() {
     return image;
 }
 
-/// A matrix over the image's own buffer.
-cv::Mat MatrixOf(CTavixImage &image) {
-    return {SIDE, SIDE, image.GetBitCount() == 8 ? CV_8UC1 : CV_8UC3, image.GetImagePtr()};
-}
-
 } // namespace
 
 void AddImageComparisons() {
@@ -48,7 +44,7 @@ void AddImageComparisons() {
                    [grey] { static_cast<void>(grey->GetAutoThreshold()); },
                    [grey] {
                        cv::Mat out;
-                       cv::threshold(MatrixOf(*grey), out, 0, 255,
+                       cv::threshold(tavix::ViewAsMat(*grey), out, 0, 255,
                                      cv::THRESH_BINARY | cv::THRESH_OTSU);
                    }});
     const auto target = std::make_shared<CTavixImage8>(*grey);
@@ -59,13 +55,13 @@ void AddImageComparisons() {
                    },
                    [grey] {
                        cv::Mat copy;
-                       MatrixOf(*grey).copyTo(copy);
+                       tavix::ViewAsMat(*grey).copyTo(copy);
                        cv::threshold(copy, copy, 0, 255, cv::THRESH_BINARY | cv::THRESH_OTSU);
                    }});
     AddComparison({"CTavixImage24::GetImage8, 2048 x 2048", "cv::cvtColor BGR to grey", 0.8,
                    [colour] { const std::unique_ptr<CTavixImage8> out(colour->GetImage8()); },
                    [colour] {
                        cv::Mat out;
-                       cv::cvtColor(MatrixOf(*colour), out, cv::COLOR_BGR2GRAY);
+                       cv::cvtColor(tavix::ViewAsMat(*colour), out, cv::COLOR_BGR2GRAY);
                    }});
 }

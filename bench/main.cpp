@@ -8,6 +8,7 @@ int main(int argc, char **argv) {
     const QGuiApplication application(applicationArguments, argv);
 
     AddImageComparisons();
+    AddTransformComparisons();
     AddBlobComparisons();
     AddContainerComparisons();
     AddDisplayComparisons();

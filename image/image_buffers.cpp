@@ -25,12 +25,6 @@ void ImageBuffers::Adopt(CTavixImage &image, BufferPtr buffer, int width, int he
     image.TakeBuffer(std::move(buffer), width, height, length.value_or(0));
 }
 
-void ImageBuffers::Move(CTavixImage &source, CTavixImage &target) {
-    target.TakeBuffer(std::move(source.m_buffer), source.m_width, source.m_height,
-                      source.m_imageLen);
-    source.GiveUpBuffer();
-}
-
 std::unique_ptr<CTavixImage> CopyRows(int bitCount, int width, int height,
                                       const unsigned char *rows, std::ptrdiff_t step) {
     std::unique_ptr<CTavixImage> image;

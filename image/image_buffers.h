@@ -14,8 +14,6 @@ struct ImageBuffers {
 
     /// Gives the image the buffer in place of its own. The length is that of the image's layout.
     static void Adopt(CTavixImage &image, BufferPtr buffer, int width, int height);
-    /// Moves buffer and size of an image of the same class into the target.
-    static void Move(CTavixImage &source, CTavixImage &target);
 };
 
 /// A new image of 8 or 24 bits with a copy of the rows, of which the first starts at rows and each

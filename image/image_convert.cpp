@@ -16,8 +16,9 @@ Target *Convert(const CTavixImage &source, int cvCode) {
     const bool isMade =
         source.GetImageLen() > 0 &&
         tavix::ImageBuffers::AllocateForPixels(*target, source.GetWidth(), source.GetHeight()) &&
-        tavix::CallBridged(source, *target,
-                           [cvCode](IplImage *from, IplImage *to) { cvCvtColor(from, to, cvCode); });
+        tavix::CallBridged(source, *target, [cvCode](IplImage *from, IplImage *to) {
+            cvCvtColor(from, to, cvCode);
+        });
     return isMade ? target.release() : new Target;
 }
 

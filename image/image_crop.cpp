@@ -1,14 +1,13 @@
 // Cutting out and shifting, done on the buffer directly.
 
-#include "TAVIX20/image/image_buffers.h"
 #include "TAVIX20/image/layout.h"
 #include "TAVIX20/image/tavix_image24.h"
 #include "TAVIX20/image/tavix_image8.h"
 
 #include <algorithm>
 #include <cstring>
+#include <memory>
 #include <new>
-#include <utility>
 
 namespace {
 
@@ -29,72 +28,78 @@ struct Area {
     int bottom;
 };
 
-/// The copied rectangle as an image; null where there is none.
-template <typename Image>
-Image *FromRect(unsigned char *bytes, const Area &area) {
-    if (!bytes)
-        return nullptr;
-    auto image = std::make_unique<Image>();
-    tavix::ImageBuffers::Adopt(*image, tavix::BufferPtr(bytes), static_cast<int>(area.Width()),
-                               static_cast<int>(area.Height()));
-    return image.release();
+// Each row of the copy is what lies left of the image, a run of the image's row, and what lies
+// right of it with the padding.
+void CopyArea(const CTavixImage &image, const Area &area, unsigned char fill,
+              unsigned char *target) {
+    const std::int64_t bytesPerPixel = image.GetBitCount() / 8;
+    const std::int64_t first = std::max(area.left, 0);
+    const std::int64_t end = std::min<std::int64_t>(std::int64_t{area.right} + 1, image.GetWidth());
+    const std::int64_t imageStride = tavix::RowStride(image.GetBitCount(), image.GetWidth());
+    const std::int64_t stride = tavix::RowStride(image.GetBitCount(), area.Width());
+    const auto size = [](std::int64_t bytes) { return static_cast<std::size_t>(bytes); };
+    for (std::int64_t y = area.top; y <= area.bottom; ++y, target += stride) {
+        if (y < 0 || y >= image.GetHeight() || first >= end || image.GetImageLen() == 0) {
+            std::memset(target, fill, size(stride));
+            continue;
+        }
+        const std::int64_t before = (first - area.left) * bytesPerPixel;
+        const std::int64_t inside = (end - first) * bytesPerPixel;
+        std::memset(target, fill, size(before));
+        std::memcpy(target + before, image.GetImagePtr() + y * imageStride + first * bytesPerPixel,
+                    size(inside));
+        std::memset(target + before + inside, fill, size(stride - before - inside));
+    }
 }
 
 } // namespace
 
-// Each row of the copy is what lies left of the image, a run of the image's row, and what lies right
-// of it with the padding.
 unsigned char *CTavixImage::CopyRect(int x1, int y1, int x2, int y2, unsigned char fill) const {
     const Area area(x1, y1, x2, y2);
     const auto length = tavix::ImageLength(m_bitCount, area.Width(), area.Height());
     if (!m_buffer || !length)
         return nullptr;
     auto *const copy = new (std::nothrow) unsigned char[static_cast<std::size_t>(*length)];
-    if (!copy)
-        return nullptr;
-
-    const std::int64_t bytesPerPixel = m_bitCount / 8;
-    const std::int64_t first = std::max(area.left, 0);
-    const std::int64_t end = std::min<std::int64_t>(std::int64_t{area.right} + 1, m_width);
-    const std::int64_t stride = tavix::RowStride(m_bitCount, area.Width());
-    const auto size = [](std::int64_t bytes) { return static_cast<std::size_t>(bytes); };
-    for (std::int64_t y = area.top; y <= area.bottom; ++y) {
-        unsigned char *const row = copy + (y - area.top) * stride;
-        if (y < 0 || y >= m_height || first >= end || m_imageLen == 0) {
-            std::memset(row, fill, size(stride));
-            continue;
-        }
-        const std::int64_t before = (first - area.left) * bytesPerPixel;
-        const std::int64_t inside = (end - first) * bytesPerPixel;
-        std::memset(row, fill, size(before));
-        std::memcpy(row + before, m_buffer.get() + y * Stride() + first * bytesPerPixel,
-                    size(inside));
-        std::memset(row + before + inside, fill, size(stride - before - inside));
-    }
+    if (copy)
+        CopyArea(*this, area, fill, copy);
     return copy;
 }
 
-void CTavixImage::CropTo(int x1, int y1, int x2, int y2, unsigned char fill) {
+bool CTavixImage::CropInto(CTavixImage &target, int x1, int y1, int x2, int y2,
+                           unsigned char fill) const {
     const Area area(x1, y1, x2, y2);
-    if (unsigned char *const bytes = CopyRect(x1, y1, x2, y2, fill))
-        tavix::ImageBuffers::Adopt(*this, tavix::BufferPtr(bytes), static_cast<int>(area.Width()),
-                                   static_cast<int>(area.Height()));
+    if (!m_buffer || m_bitCount != target.m_bitCount || area.Width() > INT32_MAX ||
+        area.Height() > INT32_MAX ||
+        !target.Allocate(static_cast<int>(area.Width()), static_cast<int>(area.Height())))
+        return false;
+    CopyArea(*this, area, fill, target.m_buffer.get());
+    return true;
 }
 
-void CTavixImage::CropImage(int x1, int y1, int x2, int y2) {
-    CropTo(x1, y1, x2, y2, 0);
+void CTavixImage8::CropImage(int x1, int y1, int x2, int y2) {
+    CropImage(x1, y1, x2, y2, 0);
 }
 
 void CTavixImage8::CropImage(int x1, int y1, int x2, int y2, unsigned char fill) {
-    CropTo(x1, y1, x2, y2, fill);
+    CTavixImage8 crop;
+    if (CropInto(crop, x1, y1, x2, y2, fill))
+        TakeBufferOf(crop);
+}
+
+void CTavixImage24::CropImage(int x1, int y1, int x2, int y2) {
+    CTavixImage24 crop;
+    if (CropInto(crop, x1, y1, x2, y2, 0))
+        TakeBufferOf(crop);
 }
 
 CTavixImage8 *CTavixImage8::CropImage2(int x1, int y1, int x2, int y2) const {
-    return FromRect<CTavixImage8>(CopyRect(x1, y1, x2, y2, 0), Area(x1, y1, x2, y2));
+    auto crop = std::make_unique<CTavixImage8>();
+    return CropInto(*crop, x1, y1, x2, y2, 0) ? crop.release() : nullptr;
 }
 
 CTavixImage24 *CTavixImage24::CropImage2(int x1, int y1, int x2, int y2) const {
-    return FromRect<CTavixImage24>(CopyRect(x1, y1, x2, y2, 0), Area(x1, y1, x2, y2));
+    auto crop = std::make_unique<CTavixImage24>();
+    return CropInto(*crop, x1, y1, x2, y2, 0) ? crop.release() : nullptr;
 }
 
 void CTavixImage::Offset(int dx, int dy) {

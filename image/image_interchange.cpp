@@ -26,6 +26,13 @@ bool IsUsable(const BITMAPINFOHEADER &header) {
            header.biPlanes <= 1 && header.biCompression == BI_RGB;
 }
 
+/// Padding included; null for a size that is too large.
+template <typename Image>
+CTavixImage *FromBytes(const BITMAPINFOHEADER &header, const unsigned char *pixels) {
+    auto image = std::make_unique<Image>(header.biWidth, header.biHeight, pixels);
+    return image->IsEmpty() ? nullptr : image.release();
+}
+
 CTavixImage *From32Bits(const BITMAPINFOHEADER &header, const unsigned char *pixels) {
     constexpr std::int64_t sourcePixel = 4;
     const std::int64_t rowBytes = sourcePixel * header.biWidth;
@@ -78,12 +85,9 @@ CTavixImage *CTavixImage::LoadImageA(const BITMAPINFOHEADER *header) {
     const int bitCount = header->biBitCount;
     if (bitCount == 32)
         return From32Bits(*header, pixels);
-    if (bitCount != 8 && bitCount != 24)
-        return nullptr;
-    return tavix::CopyRows(
-               bitCount, header->biWidth, header->biHeight, pixels,
-               static_cast<std::ptrdiff_t>(tavix::RowStride(bitCount, header->biWidth)))
-        .release();
+    if (bitCount == 8)
+        return FromBytes<CTavixImage8>(*header, pixels);
+    return bitCount == 24 ? FromBytes<CTavixImage24>(*header, pixels) : nullptr;
 }
 
 CTavixImage *CTavixImage::LoadImageA(HBITMAP bitmap) {

@@ -9,6 +9,7 @@
 #include <opencv2/imgproc/imgproc_c.h>
 
 #include <cmath>
+#include <iterator>
 #include <limits>
 
 namespace {
@@ -16,28 +17,22 @@ namespace {
 /// OpenCV's interpolation for each mode of Resize.
 constexpr int INTERPOLATIONS[] = {CV_INTER_NN, CV_INTER_AREA, CV_INTER_LINEAR};
 
+constexpr int BILINEAR_WITH_FILL = int{CV_INTER_LINEAR} | int{CV_WARP_FILL_OUTLIERS};
+
 /// OpenCV's flip codes.
 constexpr int ABOUT_HORIZONTAL_AXIS = 0;
 constexpr int ABOUT_VERTICAL_AXIS = 1;
 
-/// Scales into the target, which has its size; false when OpenCV refuses.
-bool ResizeInto(CTavixImage &target, const CTavixImage &source, int interpolation) {
-    return tavix::CallBridged(source, target, [interpolation](IplImage *from, IplImage *to) {
-        cvResize(from, to, interpolation);
-    });
-}
-
-template <typename Image>
-void ResizeAs(Image &image, int width, int height, int mode) {
-    Image resized;
-    if (mode >= 0 && mode < static_cast<int>(std::size(INTERPOLATIONS))) {
-        if (!tavix::ImageBuffers::AllocateForPixels(resized, width, height) ||
-            !ResizeInto(resized, image, INTERPOLATIONS[mode]))
-            return;
-    } else if (!resized.Create(width, height)) {
-        return;
-    }
-    tavix::ImageBuffers::Move(resized, image);
+/// Makes the target the source scaled to that size; false when it cannot be.
+bool ResizeInto(CTavixImage &target, const CTavixImage &source, int width, int height, int mode) {
+    if (source.GetImageLen() == 0 || width < 1 || height < 1)
+        return false;
+    if (mode < 0 || mode >= static_cast<int>(std::size(INTERPOLATIONS)))
+        return target.Create(width, height) == 1;
+    return tavix::ImageBuffers::AllocateForPixels(target, width, height) &&
+           tavix::CallBridged(source, target, [mode](IplImage *from, IplImage *to) {
+               cvResize(from, to, INTERPOLATIONS[mode]);
+           });
 }
 
 void Flip(CTavixImage &image, int code) {
@@ -54,13 +49,16 @@ void CTavixImage::Resize(double scale, int mode) {
         Resize(static_cast<int>(width), static_cast<int>(height), mode);
 }
 
-void CTavixImage::Resize(int width, int height, int mode) {
-    if (m_imageLen == 0 || width < 1 || height < 1)
-        return;
-    if (m_bitCount == 8)
-        ResizeAs(static_cast<CTavixImage8 &>(*this), width, height, mode);
-    else
-        ResizeAs(static_cast<CTavixImage24 &>(*this), width, height, mode);
+void CTavixImage8::Resize(int width, int height, int mode) {
+    CTavixImage8 resized;
+    if (ResizeInto(resized, *this, width, height, mode))
+        TakeBufferOf(resized);
+}
+
+void CTavixImage24::Resize(int width, int height, int mode) {
+    CTavixImage24 resized;
+    if (ResizeInto(resized, *this, width, height, mode))
+        TakeBufferOf(resized);
 }
 
 void CTavixImage::Rotate(double angle, unsigned char /*fill*/) {
@@ -73,8 +71,7 @@ void CTavixImage::Rotate(double angle, unsigned char /*fill*/) {
         float matrix[6];
         CvMat map = cvMat(2, 3, CV_32FC1, matrix);
         cv2DRotationMatrix(centre, angle, 1.0, &map);
-        cvWarpAffine(source.get(), target, &map, CV_INTER_LINEAR | CV_WARP_FILL_OUTLIERS,
-                     cvScalarAll(0));
+        cvWarpAffine(source.get(), target, &map, BILINEAR_WITH_FILL, cvScalarAll(0));
     });
 }
 

@@ -50,6 +50,11 @@ void CTavixImage::TakeBuffer(tavix::BufferPtr buffer, int width, int height, int
     m_imageLen = length;
 }
 
+void CTavixImage::TakeBufferOf(CTavixImage &source) {
+    TakeBuffer(std::move(source.m_buffer), source.m_width, source.m_height, source.m_imageLen);
+    source.GiveUpBuffer();
+}
+
 void CTavixImage::GiveUpBuffer() {
     TakeBuffer(nullptr, 0, 0, 0);
 }
@@ -59,7 +64,8 @@ bool CTavixImage::Allocate(int width, int height) {
     const auto length = tavix::ImageLength(m_bitCount, width, height);
     if (!length)
         return false;
-    tavix::BufferPtr buffer(new (std::nothrow) unsigned char[static_cast<std::size_t>(*length)]);
+    tavix::BufferPtr buffer(static_cast<unsigned char *>(::operator new[](
+        static_cast<std::size_t>(*length), tavix::BufferDeleter::BUFFER_ALIGNMENT, std::nothrow)));
     if (!buffer)
         return false;
     TakeBuffer(std::move(buffer), width, height, *length);
@@ -71,6 +77,11 @@ bool CTavixImage::AllocateZeroed(int width, int height) {
         return false;
     std::memset(m_buffer.get(), 0, static_cast<std::size_t>(m_imageLen));
     return true;
+}
+
+const unsigned char *CTavixImage::BytesFor(const CTavixImage &source) const {
+    const auto needed = tavix::ImageLength(m_bitCount, source.m_width, source.m_height);
+    return needed && *needed <= source.m_imageLen ? source.m_buffer.get() : nullptr;
 }
 
 bool CTavixImage::AllocateCopy(int width, int height, const unsigned char *bytes) {

@@ -7,6 +7,7 @@
 #include "TAVIX20/platform/geometry.h"
 
 #include <memory>
+#include <new>
 
 class CTavixImage8;
 class CTavixImage24;
@@ -24,14 +25,18 @@ class CPointArray;
 namespace tavix {
 struct ImageBuffers;
 
-/// Frees an image's buffer: with delete[], or by giving up the host's object that it belongs to.
+/// Frees an image's buffer: with the aligned delete[], or by giving up the host's object that it
+/// belongs to.
 struct BufferDeleter {
     std::shared_ptr<void> owner; ///< Null for a buffer of the image's own.
 
     void operator()(unsigned char *buffer) const {
         if (!owner)
-            delete[] buffer;
+            ::operator delete[](buffer, BUFFER_ALIGNMENT);
     }
+
+    /// A cache line: no vector that a kernel loads lies across two.
+    static constexpr std::align_val_t BUFFER_ALIGNMENT{64};
 };
 using BufferPtr = std::unique_ptr<unsigned char[], BufferDeleter>;
 } // namespace tavix
@@ -103,10 +108,10 @@ public:
     /// Scales to the given size: mode 0 takes the nearest pixel, 1 the mean over the area, 2
     /// interpolates bilinearly; any other mode gives an image of that size with all bytes 0. Sizes
     /// below 1, an image without pixels or too little memory change nothing.
-    virtual void Resize(int width, int height, int mode);
+    virtual void Resize(int width, int height, int mode) = 0;
     /// Keeps the inclusive rectangle, as GetImagePtr copies it; where that gives null, nothing
     /// changes.
-    virtual void CropImage(int x1, int y1, int x2, int y2);
+    virtual void CropImage(int x1, int y1, int x2, int y2) = 0;
     /// A new grey image: a copy, or the conversion 0.299 red + 0.587 green + 0.114 blue. Of an
     /// image without pixels an empty one.
     virtual CTavixImage8 *GetImage8() const = 0;
@@ -157,8 +162,8 @@ public:
     /// palette behind the header is read as pixels; callers rely on that.
     ///
     /// The caller guarantees that the pixels follow: height rows of 4-byte-aligned length for 8 and
-    /// 24 bits; biSizeImage bytes, or width * height * 4 where that is 0 or more, for 32 bits. Pixels
-    /// of a 32-bit bitmap beyond biSizeImage are 0.
+    /// 24 bits; biSizeImage bytes, or width * height * 4 where that is 0 or more, for 32 bits.
+    /// Pixels of a 32-bit bitmap beyond biSizeImage are 0.
     ///
     /// Null for null, for a header that is not 40 bytes long, a width or height below 1, more than
     /// one plane, a compressed bitmap, other bit counts, sizes too large for an image and when
@@ -244,14 +249,19 @@ protected:
     bool Allocate(int width, int height);
     /// Replaces the buffer by one of that size, and drops the visit map.
     void TakeBuffer(tavix::BufferPtr buffer, int width, int height, int length);
+    /// The same with the buffer of an image of the same class, which is empty then.
+    void TakeBufferOf(CTavixImage &source);
     /// Makes the image empty.
     void GiveUpBuffer();
     bool AllocateZeroed(int width, int height);
     bool AllocateCopy(int width, int height, const unsigned char *bytes);
+    /// The source's buffer when it holds as many bytes as this image takes for that size; null
+    /// where the source has lost its bit count.
+    const unsigned char *BytesFor(const CTavixImage &source) const;
     /// The copy behind both forms of GetImagePtr with a rectangle.
     unsigned char *CopyRect(int x1, int y1, int x2, int y2, unsigned char fill) const;
-    /// The crop behind both forms of CropImage.
-    void CropTo(int x1, int y1, int x2, int y2, unsigned char fill);
+    /// Makes an image of the same class the rectangle of this one; false where CopyRect gives null.
+    bool CropInto(CTavixImage &target, int x1, int y1, int x2, int y2, unsigned char fill) const;
     std::int64_t Stride() const;
 
     tavix::BufferPtr m_buffer;

@@ -42,7 +42,7 @@ CTavixImage24::CTavixImage24(int width, int height, const unsigned char *bytes) 
 }
 
 CTavixImage24::CTavixImage24(const CTavixImage24 &source) : CTavixImage24() {
-    AllocateCopy(source.m_width, source.m_height, source.m_buffer.get());
+    AllocateCopy(source.m_width, source.m_height, BytesFor(source));
 }
 
 CTavixImage24::CTavixImage24(void *image) : CTavixImage24() {
@@ -74,7 +74,7 @@ CTavixImage *CTavixImage24::Clone() const {
 }
 
 CTavixImage24 &CTavixImage24::operator=(const CTavixImage24 &source) {
-    SetImagePtr(source.m_width, source.m_height, source.m_buffer.get());
+    SetImagePtr(source.m_width, source.m_height, BytesFor(source));
     return *this;
 }
 

@@ -18,6 +18,7 @@ public:
 
     using CTavixImage::GetImagePtr;
     using CTavixImage::PaintImage;
+    using CTavixImage::Resize;
     unsigned char *GetImagePtr(int x1, int y1, int x2, int y2) const override;
     void SetImagePtr(void *image) override;
     void SetImagePtr(int width, int height, const unsigned char *bytes) override;
@@ -25,6 +26,8 @@ public:
     void *GetIplImage() const override;
     int Create(int width, int height) override;
     void PaintImage(CDC *dc, const CRect &rect) const override;
+    void Resize(int width, int height, int mode) override;
+    void CropImage(int x1, int y1, int x2, int y2) override;
     CTavixImage8 *GetImage8() const override;
     CTavixImage24 *GetImage24() const override;
     void Gray() override {}

@@ -15,7 +15,7 @@ CTavixImage8::CTavixImage8(int width, int height, const unsigned char *bytes) : 
 }
 
 CTavixImage8::CTavixImage8(const CTavixImage8 &source) : CTavixImage8() {
-    AllocateCopy(source.m_width, source.m_height, source.m_buffer.get());
+    AllocateCopy(source.m_width, source.m_height, BytesFor(source));
 }
 
 CTavixImage8::CTavixImage8(void *image) : CTavixImage8() {
@@ -51,7 +51,7 @@ CTavixImage *CTavixImage8::Clone() const {
 }
 
 CTavixImage8 &CTavixImage8::operator=(const CTavixImage8 &source) {
-    SetImagePtr(source.m_width, source.m_height, source.m_buffer.get());
+    SetImagePtr(source.m_width, source.m_height, BytesFor(source));
     return *this;
 }
 

@@ -31,8 +31,8 @@ namespace Gdiplus {
 /// A picture in one of the pixel formats above. Copies share the pixels until one of them changes.
 class TAVIX_API Bitmap {
 public:
-    /// A picture of that size and format, all bits 0; an indexed one has a grey palette. One without
-    /// pixels when a size is below 1, the format is none of the above or memory runs out.
+    /// A picture of that size and format, all bits 0; an indexed one has a grey palette. One
+    /// without pixels when a size is below 1, the format is none of the above or memory runs out.
     Bitmap(int width, int height, PixelFormat format = PixelFormat32bppARGB);
     /// A picture over the caller's pixels, which must outlive it: rows of stride bytes, a positive
     /// multiple of 4. An indexed one has a grey palette. Without pixels as above.
@@ -54,8 +54,8 @@ private:
     QImage m_image;
 };
 
-/// What a Bitmap or an image is painted on. It borrows the painter, which must be active and outlive
-/// it.
+/// What a Bitmap or an image is painted on. It borrows the painter, which must be active and
+/// outlive it.
 class TAVIX_API Graphics {
 public:
     explicit Graphics(QPainter *painter) : m_painter(painter) {}

@@ -75,6 +75,7 @@ TYPED_TEST_P(ImageObjectTest, ReleaseForgetsTheBitCount) {
     EXPECT_EQ(image.GetImagePtr(0, 0, 1, 1), nullptr);
     EXPECT_EQ(image.Create(10, 10), 1);
     EXPECT_EQ(ShapeOf(image), (Shape{10, 10, 0, 0, 0}));
+    EXPECT_EQ(ShapeOf(TypeParam(image)), this->EMPTY);
     image.Fill(0xFF);
     image.SetPixel(0, 0, 1);
     EXPECT_EQ(image.GetIplImage(), nullptr);
