@@ -32,9 +32,12 @@ cv::Mat ReadFile(const char *path) {
     try {
         cv::Mat pixels = cv::imread(path, cv::IMREAD_UNCHANGED);
         const bool isImage = pixels.channels() == 1 || pixels.channels() == 3;
-        if (!pixels.empty() && isImage && pixels.depth() != CV_8U)
-            pixels = cv::imread(path, cv::IMREAD_ANYCOLOR | cv::IMREAD_IGNORE_ORIENTATION);
-        return pixels;
+        if (pixels.empty() || !isImage || pixels.depth() == CV_8U)
+            return pixels;
+        cv::Mat reduced = cv::imread(path, cv::IMREAD_ANYCOLOR | cv::IMREAD_IGNORE_ORIENTATION);
+        if (reduced.empty()) // OpenCV does not reduce floating-point TIFF files.
+            pixels.convertTo(reduced, CV_8U);
+        return reduced;
     } catch (const std::exception &) {
         return {};
     }
