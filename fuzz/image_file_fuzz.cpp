@@ -1,4 +1,5 @@
-// Any bytes as an image file: loading gives an image that is whole, or null.
+// Any bytes as an image file: loading gives an image that is whole, or null, and leaves no file
+// open.
 
 #include <TAVIX20.h>
 
@@ -40,10 +41,18 @@ void CheckWhole(const CTavixImage *image) {
         sum = sum + image->GetImagePtr()[i];
 }
 
+/// The lowest file descriptor that is free.
+int FreeDescriptor() {
+    const int descriptor = dup(STDIN_FILENO);
+    close(descriptor);
+    return descriptor;
+}
+
 } // namespace
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
     static const MemoryFile file;
+    static const int freeAtStart = FreeDescriptor();
     const std::string path = file.Write(data, size);
     const std::unique_ptr<CTavixImage> own(CTavixImage::LoadImageA(path.c_str()));
     const std::unique_ptr<CTavixImage> grey(CTavixImage::LoadImage8(path.c_str()));
@@ -51,7 +60,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
     CheckWhole(own.get());
     CheckWhole(grey.get());
     CheckWhole(colour.get());
-    if (!own != !grey || !own != !colour)
+    if (!own != !grey || !own != !colour || FreeDescriptor() != freeAtStart)
         std::abort();
     return 0;
 }

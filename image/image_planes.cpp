@@ -20,7 +20,7 @@ struct Plane {
 };
 
 /// The converted strip stays in the second-level cache and still feeds OpenCV's own threads.
-constexpr int STRIP_PIXELS = 1 << 18;
+constexpr int STRIP_PIXELS = 1 << 19;
 
 /// Rows [first, end) of a structure; nothing is copied.
 CvMat Rows(IplImage *image, int first, int end) {

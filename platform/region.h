@@ -38,7 +38,7 @@ constexpr bool IsRegionCoordinate(LONG coordinate) {
     return (coordinate >= -MAX_REGION_COORDINATE) & (coordinate <= MAX_REGION_COORDINATE);
 }
 constexpr bool IsRegionPoint(const POINT &point) {
-    return IsRegionCoordinate(point.x) & IsRegionCoordinate(point.y);
+    return IsRegionCoordinate(point.x) && IsRegionCoordinate(point.y);
 }
 
 /// The pixels left <= x < right, top <= y < bottom; reversed edges are exchanged.

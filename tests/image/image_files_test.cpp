@@ -188,6 +188,8 @@ TEST_F(ImageFilesTest, WhatIsNoImageOrTooLargeIsNotLoaded) {
     ExpectNotLoaded(nullptr);
     ExpectNotLoaded(Path("missing.png").c_str());
     ExpectNotLoaded(testing::TempDir().c_str());
+    ExpectNotLoaded(Write("radiance.hdr", RandomMat(9, 9, CV_32FC3)).c_str());
+    ExpectNotLoaded(TAVIX_TEST_DATA "/fuzz/image_file/aborts.dcm");
     for (const auto &[width, height] :
          {std::pair{INT32_MAX, INT32_MAX}, {900000, 900000}, {INT32_MAX, 1}, {0, 8}}) {
         const std::string path = Write("claim.bmp", RandomMat(8, 8, CV_8UC3));
