@@ -30,7 +30,7 @@ std::int64_t GuaranteedBytes(const BITMAPINFOHEADER &header) {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
     BITMAPINFOHEADER header{};
-    std::memcpy(&header, data, std::min(size, sizeof header));
+    std::copy_n(data, std::min(size, sizeof header), reinterpret_cast<std::uint8_t *>(&header));
     const std::int64_t area = std::int64_t{header.biWidth} * header.biHeight;
     if (std::abs(area) > MOST_PIXELS)
         return 0;
