@@ -1,5 +1,6 @@
 // Colour balance: each channel goes through a table of its own.
 
+#include "TAVIX20/analysis/channel_tables.h"
 #include "TAVIX20/image/ipl_bridge.h"
 #include "TAVIX20/image/tavix_image24.h"
 
@@ -17,13 +18,12 @@ void Multiply(CTavixImage24 &image, const Gains &gains) {
     for (const double gain : gains)
         if (!(gain >= 0 && std::isfinite(gain)))
             return;
-    std::array<std::array<unsigned char, 3>, 256> table;
-    for (std::size_t level = 0; level < table.size(); ++level)
-        for (std::size_t channel = 0; channel < gains.size(); ++channel)
-            table[level][channel] = static_cast<unsigned char>(
+    tavix::ChannelTables tables;
+    for (std::size_t channel = 0; channel < gains.size(); ++channel)
+        for (std::size_t level = 0; level < 256; ++level)
+            tables[channel][level] = static_cast<unsigned char>(
                 std::fmin(255.0, std::nearbyint(static_cast<double>(level) * gains[channel])));
-    CvMat lookup = cvMat(1, 256, CV_8UC3, table.data());
-    tavix::CallBridged(image, [&lookup](IplImage *pixels) { cvLUT(pixels, pixels, &lookup); });
+    tavix::ApplyTables(image, tables);
 }
 
 } // namespace

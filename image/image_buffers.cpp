@@ -9,15 +9,39 @@
 
 namespace tavix {
 
+namespace {
+
+/// Calls change(offset, bytes) for the padding of each row.
+template <typename Change>
+void ForEachPadding(const CTavixImage &image, Change change) {
+    const std::int64_t stride = RowStride(image.GetBitCount(), image.GetWidth());
+    const std::int64_t rowBytes = std::int64_t{image.GetWidth()} * image.GetBitCount() / 8;
+    const auto padding = static_cast<std::size_t>(stride - rowBytes);
+    for (std::int64_t at = rowBytes; padding > 0 && at < image.GetImageLen(); at += stride)
+        change(at, padding);
+}
+
+} // namespace
+
 bool ImageBuffers::AllocateForPixels(CTavixImage &image, int width, int height) {
     if (!image.Allocate(width, height))
         return false;
-    const std::int64_t stride = image.Stride();
-    const std::int64_t rowBytes = std::int64_t{width} * image.m_bitCount / 8;
-    for (std::int64_t end = stride; rowBytes < stride && end <= image.m_imageLen; end += stride)
-        std::memset(image.m_buffer.get() + end - (stride - rowBytes), 0,
-                    static_cast<std::size_t>(stride - rowBytes));
+    ForEachPadding(image, [bytes = image.m_buffer.get()](std::int64_t at, std::size_t size) {
+        std::memset(bytes + at, 0, size);
+    });
     return true;
+}
+
+BufferPtr ImageBuffers::AllocateLike(const CTavixImage &image) {
+    if (image.m_imageLen == 0)
+        return nullptr;
+    BufferPtr buffer = CTavixImage::NewBuffer(static_cast<std::size_t>(image.m_imageLen));
+    if (buffer)
+        ForEachPadding(image, [from = image.m_buffer.get(), to = buffer.get()](std::int64_t at,
+                                                                               std::size_t size) {
+            std::memcpy(to + at, from + at, size);
+        });
+    return buffer;
 }
 
 void ImageBuffers::Adopt(CTavixImage &image, BufferPtr buffer, int width, int height) {

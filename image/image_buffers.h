@@ -12,6 +12,10 @@ struct ImageBuffers {
     /// all. False, and an empty image, as Create.
     static bool AllocateForPixels(CTavixImage &image, int width, int height);
 
+    /// A buffer like the image's, with its padding and undefined pixels; null for an image without
+    /// pixels and when memory runs out.
+    static BufferPtr AllocateLike(const CTavixImage &image);
+
     /// Gives the image the buffer in place of its own. The length is that of the image's layout.
     static void Adopt(CTavixImage &image, BufferPtr buffer, int width, int height);
 };

@@ -66,13 +66,17 @@ void TakeIplPixels(const void *structure, int channels, CTavixImage &target) {
 }
 
 IplPtr BorrowAsIpl(CTavixImage &image) {
-    if (!HasPixels(image))
+    return BorrowAsIpl(image.GetImagePtr(), image);
+}
+
+IplPtr BorrowAsIpl(unsigned char *buffer, const CTavixImage &layout) {
+    if (!HasPixels(layout))
         return nullptr;
     try {
-        IplPtr view(cvCreateImageHeader(SizeOf(image), IPL_DEPTH_8U, ChannelsOf(image)));
+        IplPtr view(cvCreateImageHeader(SizeOf(layout), IPL_DEPTH_8U, ChannelsOf(layout)));
         if (view) {
-            view->imageData = reinterpret_cast<char *>(image.GetImagePtr());
-            view->widthStep = static_cast<int>(RowStride(image.GetBitCount(), image.GetWidth()));
+            view->imageData = reinterpret_cast<char *>(buffer);
+            view->widthStep = static_cast<int>(RowStride(layout.GetBitCount(), layout.GetWidth()));
         }
         return view;
     } catch (const std::exception &) {

@@ -1,11 +1,13 @@
 /// The one place that knows OpenCV's IplImage.
 #pragma once
 
+#include "TAVIX20/image/image_buffers.h"
+
 #include <exception>
 #include <memory>
+#include <utility>
 
 struct _IplImage;
-class CTavixImage;
 
 namespace tavix {
 
@@ -30,6 +32,9 @@ IplPtr BorrowAsIpl(CTavixImage &image);
 /// The same for reading only.
 IplPtr BorrowAsIpl(const CTavixImage &image);
 
+/// A structure that shows a buffer laid out as the image's own.
+IplPtr BorrowAsIpl(unsigned char *buffer, const CTavixImage &layout);
+
 /// Runs call(pixels) on the borrowed structure of an image. False when the image has no pixels or
 /// OpenCV raised an error; it checks its arguments before it writes.
 template <typename Call>
@@ -49,6 +54,27 @@ template <typename Call>
 bool CallBridged(const CTavixImage &source, CTavixImage &target, Call call) {
     const IplPtr from = BorrowAsIpl(source);
     return from && CallBridged(target, [&](_IplImage *to) { call(from.get(), to); });
+}
+
+/// Runs call(source, target) on the borrowed structure of an image and that of a new buffer like
+/// it, which takes the place of the old one. For calls that cannot work in place: nothing is
+/// copied.
+template <typename Call>
+bool ReplaceBridged(CTavixImage &image, Call call) {
+    BufferPtr buffer = ImageBuffers::AllocateLike(image);
+    if (!buffer)
+        return false;
+    try {
+        const IplPtr source = BorrowAsIpl(image);
+        const IplPtr target = BorrowAsIpl(buffer.get(), image);
+        if (!source || !target)
+            return false;
+        call(source.get(), target.get());
+    } catch (const std::exception &) {
+        return false;
+    }
+    ImageBuffers::Adopt(image, std::move(buffer), image.GetWidth(), image.GetHeight());
+    return true;
 }
 
 } // namespace tavix

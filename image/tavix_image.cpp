@@ -59,13 +59,17 @@ void CTavixImage::GiveUpBuffer() {
     TakeBuffer(nullptr, 0, 0, 0);
 }
 
+tavix::BufferPtr CTavixImage::NewBuffer(std::size_t length) {
+    return tavix::BufferPtr(static_cast<unsigned char *>(
+        ::operator new[](length, tavix::BufferDeleter::BUFFER_ALIGNMENT, std::nothrow)));
+}
+
 bool CTavixImage::Allocate(int width, int height) {
     GiveUpBuffer();
     const auto length = tavix::ImageLength(m_bitCount, width, height);
     if (!length)
         return false;
-    tavix::BufferPtr buffer(static_cast<unsigned char *>(::operator new[](
-        static_cast<std::size_t>(*length), tavix::BufferDeleter::BUFFER_ALIGNMENT, std::nothrow)));
+    tavix::BufferPtr buffer = NewBuffer(static_cast<std::size_t>(*length));
     if (!buffer)
         return false;
     TakeBuffer(std::move(buffer), width, height, *length);

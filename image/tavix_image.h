@@ -112,12 +112,26 @@ public:
     /// Keeps the inclusive rectangle, as GetImagePtr copies it; where that gives null, nothing
     /// changes.
     virtual void CropImage(int x1, int y1, int x2, int y2) = 0;
+    /// Sets 256 counters to how often each value of that plane occurs; all 0 for a plane that the
+    /// image does not have. Padding is not counted.
+    virtual void GetHistogramData(ColorLevel level, long *histogram) const = 0;
     /// A new grey image: a copy, or the conversion 0.299 red + 0.587 green + 0.114 blue. Of an
     /// image without pixels an empty one.
     virtual CTavixImage8 *GetImage8() const = 0;
     /// A new colour image: a copy, or the grey values in all three channels. Of an image without
     /// pixels an empty one.
     virtual CTavixImage24 *GetImage24() const = 0;
+    /// Stretches the levels between the darkest and the brightest 3 % to 0 to 255, rounded to
+    /// nearest (ties to even); each channel of a colour image by itself. Unchanged where one level
+    /// holds both.
+    virtual void AutoContrast() = 0;
+    /// How sharp the rectangle is (inclusive, corners may be exchanged, cut to the image): the
+    /// variance of the Laplacian (4 neighbours) over its inner pixels, rounded; the larger, the
+    /// sharper. 0 below 3 x 3 pixels. Colour images by their grey conversion.
+    /// Pech-Pacheco et al., "Diatom autofocusing in brightfield microscopy", 2000.
+    virtual int GetSharpenessLevel(int x1, int y1, int x2, int y2) const;
+    /// The same of the whole image.
+    virtual int GetSharpenessLevel() const;
     /// Turns about the pixel (width / 2, height / 2) by angle degrees, counter-clockwise as the
     /// picture is seen, bilinearly. The size stays: what leaves the frame is lost and the uncovered
     /// parts become 0, whatever fill says; callers rely on that. An angle that is not finite, or a
@@ -131,8 +145,74 @@ public:
     virtual void RotateHorzFlip();
     /// Mirrors top to bottom.
     virtual void RotateVertFlip();
+    /// Matrix inversion by OpenCV's cvInvert, which refuses images: throws its cv::Exception, with
+    /// the image as it was. This is no complement of grey values; callers rely on that. Nothing
+    /// happens to an image without pixels.
+    virtual void Invert();
     /// Does nothing in either class; GetImage8 makes grey images.
     virtual void Gray() = 0;
+    /// Sets every byte p, padding included, to (p - 128) * (contrast + 100) / 100 + 128 +
+    /// brightness, rounded and limited to 0 to 255. Unchanged unless brightness lies in -255 to 255
+    /// and contrast in -100 to 100.
+    virtual void Light(long brightness, long contrast);
+    /// One pass of 3 x 3 erosion, and of dilation, by OpenCV.
+    virtual void Erode();
+    virtual void Dilate();
+    /// Sets every byte p, padding included, to 255 * (p / 255)^(1 / gamma), truncated. Unchanged
+    /// unless gamma is above 0.
+    virtual void Gamma(double gamma);
+    /// The image plus its Laplacian (aperture 3), limited to 0 to 255.
+    virtual void Sharpen();
+    /// 3 x 3 mean, by OpenCV; so are the median and the Gaussian windows.
+    virtual void Blur();
+    virtual void Median();
+    virtual void Gaussian5x5();
+    virtual void Gaussian3x3();
+    /// Each pixel becomes 127 plus the difference of its neighbours at the lower right and the
+    /// upper left, by Filter. Does nothing in colour images.
+    virtual void Emboss() = 0;
+    /// A new image of the edges, 255 on 0, by Canny's detector on the two-level picture at Otsu's
+    /// threshold t, with the thresholds t / 2 and t and aperture 3; of a colour image those of its
+    /// grey conversion. The image is not changed. Empty for an image without pixels, null when
+    /// OpenCV fails. Canny, "A computational approach to edge detection", 1986.
+    virtual CTavixImage8 *CannyEdge() const;
+    /// The Laplacian with aperture 3, and the first vertical derivative with aperture 1, by OpenCV;
+    /// negative values become 0.
+    virtual void Laplacian();
+    virtual void Sobel();
+    /// Sums of absolute differences: of both diagonals of the 2 x 2 pixels to the lower right
+    /// (Roberts, "Machine perception of three-dimensional solids", 1963), and of the 3 x 3
+    /// neighbours' columns and rows (Prewitt, "Object enhancement and extraction", 1970), limited
+    /// to 255. Outside lies the nearest pixel. They do nothing in colour images.
+    virtual void Roberts() = 0;
+    virtual void Prewitt() = 0;
+    /// Minus the sum with the weights 1 -2 1, -2 4 -2, 1 -2 1, by Filter: 0 on plain areas. Does
+    /// nothing in colour images.
+    virtual void LogEdge() = 0;
+    /// Each pixel becomes the sum of its size * size neighbours times their weights, divided by the
+    /// divisor (truncated toward 0; not for 0), plus offset, limited to 0 to 255. The weights lie
+    /// in row order, the pixel's own at row and column size / 2; their low 32 bits count.
+    /// Neighbours in row 0 and column 0 and outside the image never contribute, those in the last
+    /// row and column do; callers rely on that. Colour images channel by channel. Padding stays.
+    /// Unchanged for a null kernel, a size below 1 and when memory runs out.
+    virtual void Filter(const long *kernel, long size, long divisor, long offset);
+    /// Erode, then Dilate, and the other way round.
+    virtual void OpenBox();
+    virtual void CloseBox();
+    /// Histogram equalisation by OpenCV. This and the four below do nothing in colour images.
+    virtual void HistoEqualize() = 0;
+    /// Stretches the levels between the darkest and the brightest 1 % of the buffer's bytes to 0 to
+    /// 254; brighter ones become 255. Callers rely on 254. Where one level holds both, the same
+    /// with 0 %.
+    virtual void HistoNormalize() = 0;
+    /// Each pixel p becomes ln(p) * 255 / ln(m), rounded (ties to even), m being the brightest; 0
+    /// where m is 1.
+    virtual void HistoLog() = 0;
+    /// Each pixel p becomes sqrt(p) * 128 / ln(m), truncated and limited to 255, m as in HistoLog;
+    /// most levels of a bright image saturate.
+    virtual void HistoRoot() = 0;
+    /// Stretches the levels that occur to 0 to 255, truncated.
+    virtual void HistoStretch() = 0;
     /// A new image of the same class with the same pixels.
     virtual CTavixImage *Clone() const = 0;
 
@@ -247,6 +327,8 @@ protected:
     /// Steps shared by Create and SetImagePtr: gives up the buffer, then allocates one for the size
     /// (contents undefined). False leaves the image empty.
     bool Allocate(int width, int height);
+    /// Null when memory runs out.
+    static tavix::BufferPtr NewBuffer(std::size_t length);
     /// Replaces the buffer by one of that size, and drops the visit map.
     void TakeBuffer(tavix::BufferPtr buffer, int width, int height, int length);
     /// The same with the buffer of an image of the same class, which is empty then.

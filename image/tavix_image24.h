@@ -28,9 +28,20 @@ public:
     void PaintImage(CDC *dc, const CRect &rect) const override;
     void Resize(int width, int height, int mode) override;
     void CropImage(int x1, int y1, int x2, int y2) override;
+    void GetHistogramData(ColorLevel level, long *histogram) const override;
+    void AutoContrast() override;
     CTavixImage8 *GetImage8() const override;
     CTavixImage24 *GetImage24() const override;
     void Gray() override {}
+    void Emboss() override {}
+    void Roberts() override {}
+    void Prewitt() override {}
+    void LogEdge() override {}
+    void HistoEqualize() override {}
+    void HistoNormalize() override {}
+    void HistoLog() override {}
+    void HistoRoot() override {}
+    void HistoStretch() override {}
     CTavixImage *Clone() const override;
 
     /// A deep copy into this object.

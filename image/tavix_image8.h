@@ -8,6 +8,10 @@
 
 class CBlobRectArray;
 
+namespace TavixArray {
+class CPointArrayArray;
+}
+
 class TAVIX_API CTavixImage8 : public CTavixImage {
 public:
     CTavixImage8() : CTavixImage(8) {}
@@ -33,9 +37,20 @@ public:
     void PaintImage(CDC *dc, const CRect &rect) const override;
     void Resize(int width, int height, int mode) override;
     void CropImage(int x1, int y1, int x2, int y2) override;
+    void GetHistogramData(ColorLevel level, long *histogram) const override;
+    void AutoContrast() override;
     CTavixImage8 *GetImage8() const override;
     CTavixImage24 *GetImage24() const override;
     void Gray() override {}
+    void Emboss() override;
+    void Roberts() override;
+    void Prewitt() override;
+    void LogEdge() override;
+    void HistoEqualize() override;
+    void HistoNormalize() override;
+    void HistoLog() override;
+    void HistoRoot() override;
+    void HistoStretch() override;
     CTavixImage *Clone() const override;
 
     /// As GetImagePtr with a rectangle; parts outside the image, and the padding, are fill.
@@ -80,13 +95,62 @@ public:
     /// right and bottom edges count as inside. 0 without a mask.
     int PtInROI(int x, int y) const;
 
+    /// Number of pixels equal to the level, and from low to high, both included.
+    long GetGrayLevelCount(unsigned char level) const;
+    long GetGrayLevelCountAsRange(unsigned char low, unsigned char high) const;
+    /// Mean of all bytes of the buffer, padding included; callers rely on that. 0 for an image
+    /// without pixels.
+    double GetGrayLevelAverage() const;
+
     /// Otsu's threshold of the whole image, as cvThreshold computes it, truncated; 0 for an image
     /// without pixels. The image is not changed.
     /// Otsu, "A threshold selection method from gray-level histograms", 1979.
     long GetAutoThreshold() const;
+    /// The same of the inclusive rectangle, as CropImage2 cuts it out; 0 where that gives null.
+    long GetAutoThreshold(int x1, int y1, int x2, int y2) const;
+    /// Unfinished: both give 0, and callers rely on that.
+    long GetAutoPolygonThreshold(const POINT *points, int count) const;
+    long GetAutoEllipseThreshold(int x1, int y1, int x2, int y2) const;
     /// Makes the image two-level at Otsu's threshold: 255 above it, else 0. The value given is
     /// handed to OpenCV together with the Otsu flag and so has no effect; callers rely on that.
     void Threshold(int threshold);
+    /// Threshold for each of columns x rows tiles by itself. The last tile of a row or column takes
+    /// the remaining pixels. Each tile reaches one pixel into the next ones, which are done later,
+    /// and at the image's edge one beyond, where the pixels count as 0. Unchanged when columns or
+    /// rows are below 1.
+    void SmartThreshold(int columns, int rows);
+    /// Mode 1 sets every byte from low to high, both included, to 255 and the others to 0; any
+    /// other mode the other way round. Padding included.
+    void DoubleThreshold(int low, int high, int mode);
+    /// Makes each row two-level at the mean of its rising edges: runs of 5 or more pixels L, each
+    /// brighter than the one before, that rise by more than 2 * L; the row's threshold is the mean
+    /// of their mean values, each truncated. 255 above it, else 0. A row without such a run becomes
+    /// fill. Unchanged when memory runs out.
+    void AdaptiveThreshold(unsigned char fill);
+    /// Sets the pixels from low to high, both included, to value.
+    void Marking(unsigned char low, unsigned char high, unsigned char value);
+    /// Sets the inclusive rectangle to value; corners may be exchanged. Nothing happens when a
+    /// coordinate is negative, an x above the width or a y above the height. x = width is accepted
+    /// and writes the byte at that offset, which is padding or the next row's first pixel; callers
+    /// rely on that. What lies beyond the buffer is dropped.
+    void Marking(int x1, int y1, int x2, int y2, unsigned char value);
+    /// Sets the pixels that differ from the reference by more than the tolerance to mark (its low 8
+    /// bits), and all others to 0, or to 255 where mark is 0. Nothing happens when the buffers'
+    /// lengths differ.
+    void MarkingDiffer(const CTavixImage8 &reference, int mark, int tolerance);
+
+    /// Thins the bright (not 0) parts of a two-level image to lines one pixel wide that keep their
+    /// connections: Zhang and Suen, "A fast parallel algorithm for thinning digital patterns",
+    /// 1984. Outside lies 0.
+    void Thinning();
+    /// The same for edge images: Guo and Hall, "Parallel thinning with two-subiteration
+    /// algorithms", 1989, which also thins diagonal lines that are two pixels wide.
+    void EdgeThinning();
+    /// Appends the borders of the bright (not 0) parts, 8-connected, outer ones and those of holes,
+    /// each as its pixels in order, and returns their number; 0 when memory runs out.
+    /// Suzuki and Abe, "Topological structural analysis of digitized binary images by border
+    /// following", 1985.
+    int ContourTrace(TavixArray::CPointArrayArray &contours) const;
 
     /// Counts the 4-connected blobs of pixels equal to value that have minCount to maxCount pixels.
     /// The trace of a blob stops at maxCount pixels: such a blob counts, and what remains of it is

@@ -18,9 +18,9 @@ trap 'printf "error: \"%s\" failed (line %s of %s)\n" "$BASH_COMMAND" "$LINENO" 
 
 # What building and testing needs, as Debian 12 names it.
 packages=(
-    g++ cmake ninja-build ccache
+    g++ cmake ninja-build ccache pkg-config
     libopencv-core-dev libopencv-imgproc-dev libopencv-imgcodecs-dev
-    qt6-base-dev libgtest-dev libbenchmark-dev
+    libhwy-dev qt6-base-dev libgtest-dev libbenchmark-dev
 )
 
 is_installed() {
