@@ -105,6 +105,23 @@ std::size_t CountBand(const std::uint8_t *bytes, std::size_t count, ByteBand ban
     return inside;
 }
 
+std::size_t CountFirstOfTwo(const std::uint8_t *bytes, std::size_t count, std::uint8_t first,
+                            std::uint8_t second, std::size_t *firstCount) {
+    const ByteTag d;
+    const std::size_t lanes = hn::Lanes(d);
+    const Bytes one = hn::Set(d, first);
+    const Bytes other = hn::Set(d, second);
+    std::size_t at = 0;
+    for (; at + lanes <= count; at += lanes) {
+        const Bytes levels = hn::LoadU(d, bytes + at);
+        const auto isFirst = hn::Eq(levels, one);
+        if (!hn::AllTrue(d, hn::Or(isFirst, hn::Eq(levels, other))))
+            break;
+        *firstCount += hn::CountTrue(d, isFirst);
+    }
+    return at;
+}
+
 #if HWY_TARGET == HWY_SCALAR
 // One lane holds neither a table of 16 bytes nor a wider type: plain loops.
 
@@ -207,6 +224,7 @@ HWY_EXPORT(ReplaceInBand);
 HWY_EXPORT(SplitDifference);
 HWY_EXPORT(Sum);
 HWY_EXPORT(CountBand);
+HWY_EXPORT(CountFirstOfTwo);
 HWY_EXPORT(MarkRising);
 
 void LookUp(std::uint8_t *bytes, std::size_t count, const ByteTable &table) {
@@ -233,6 +251,11 @@ void SplitByDifference(std::uint8_t *bytes, const std::uint8_t *reference, std::
 
 std::size_t CountInBand(const std::uint8_t *bytes, std::size_t count, ByteBand band) {
     return band.low > band.high ? 0 : HWY_DYNAMIC_DISPATCH(CountBand)(bytes, count, band);
+}
+
+std::size_t CountTwoLevels(const std::uint8_t *bytes, std::size_t count, std::uint8_t first,
+                           std::uint8_t second, std::size_t &firstCount) {
+    return HWY_DYNAMIC_DISPATCH(CountFirstOfTwo)(bytes, count, first, second, &firstCount);
 }
 
 std::uint64_t SumOf(const std::uint8_t *bytes, std::size_t count) {

@@ -36,6 +36,11 @@ TAVIX_API void SplitByDifference(std::uint8_t *bytes, const std::uint8_t *refere
 TAVIX_API std::size_t CountInBand(const std::uint8_t *bytes, std::size_t count, ByteBand band);
 /// The sum of all bytes.
 TAVIX_API std::uint64_t SumOf(const std::uint8_t *bytes, std::size_t count);
+/// How many bytes from the start on are first or second, in whole vectors; adds how many of them
+/// are first to firstCount.
+TAVIX_API std::size_t CountTwoLevels(const std::uint8_t *bytes, std::size_t count,
+                                     std::uint8_t first, std::uint8_t second,
+                                     std::size_t &firstCount);
 /// Bit i of the words says whether byte i is smaller than the next one. Reads 64 bytes a word and
 /// one more.
 TAVIX_API void MarkRisingPairs(const std::uint8_t *bytes, std::size_t wordCount,

@@ -1,11 +1,12 @@
-// Direct convolution, row by row. The rows that a result row needs stand in a ring of lines of
-// 16-bit pixels, with zeros in place of row 0, column 0 and everything outside the image, so that
-// no term needs a test; since the ring holds copies, the result is written over the image at once.
+// Direct convolution, row by row. The rows that a result row needs stand in a ring of lines, one of
+// each channel, with zeros in place of row 0, column 0 and everything outside the image, so that no
+// term needs a test; since the ring holds copies, the result is written over the image at once.
 // Weights of 0 cost nothing.
 //
-// Sums that fit 16 bits are made with 16-bit multiplications, sums of 16-bit weights that fit 32
-// bits with multiply-adds of neighbours, all others one by one with 64 bits. The three give the
-// same result; which one runs depends on the weights alone.
+// Neighbours side by side are taken in pairs, for which processors have one instruction. Small
+// weights, whose sums fit 16 bits, go with lines of bytes; 16-bit weights, whose sums fit 32 bits,
+// with lines of words; all others one by one with 64 bits. The three give the same result; which
+// one runs depends on the weights alone.
 
 #include "TAVIX20/analysis/convolution.h"
 
@@ -15,7 +16,6 @@
 #include <limits>
 #include <memory>
 #include <new>
-#include <optional>
 #include <utility>
 #include <vector>
 
@@ -93,6 +93,7 @@ private:
 };
 
 /// The rows around the current one, as lines of each channel.
+template <typename Pixel>
 class LineRing {
 public:
     LineRing(const PixelRows &image, const Reach &reach)
@@ -108,7 +109,7 @@ public:
     void Load(int row) {
         if (row < 1 || row >= m_image.height)
             return;
-        std::int16_t *lines[3] = {};
+        Pixel *lines[3] = {};
         for (int channel = 0; channel < m_image.channels; ++channel)
             lines[channel] = m_lines.At(StartOf(row, channel) + m_left);
         SpreadRow(m_image.bytes + row * m_image.stride, static_cast<std::size_t>(m_image.width),
@@ -118,13 +119,13 @@ public:
     }
 
     /// The pixel in column 0 of a row's line. A row that does not take part is a line of zeros.
-    const std::int16_t *Line(int row, int channel) const {
+    const Pixel *Line(int row, int channel) const {
         const bool takesPart = row >= 1 && row < m_image.height;
         return m_lines.At((takesPart ? StartOf(row, channel) : m_zeros) + m_left);
     }
 
 private:
-    using Lines = AlignedBlock<std::int16_t>;
+    using Lines = AlignedBlock<Pixel>;
 
     std::size_t StartOf(int row, int channel) const {
         const std::size_t slot = static_cast<std::size_t>(row) % m_slots;
@@ -141,96 +142,83 @@ private:
     Lines m_lines;
 };
 
-/// Computes the result rows. Each of the three ways has its own form of terms.
-class RowConvolver {
-public:
-    RowConvolver(const PixelRows &image, std::vector<Term> terms, const Scaling &scaling)
-        : m_terms(std::move(terms)),
-          m_scaling(scaling),
-          m_width(static_cast<std::size_t>(image.width)) {
-        std::int64_t magnitude = 0;
-        bool hasShortWeights = true;
-        for (const Term &term : m_terms) {
-            magnitude += std::abs(term.weight);
-            hasShortWeights &= term.weight == static_cast<std::int16_t>(term.weight);
-        }
-        if (Scaling16::Suits(magnitude, scaling))
-            m_scaling16.emplace(scaling);
-        else if (hasShortWeights && Scaling32::Suits(magnitude, scaling))
-            m_scaling32.emplace(scaling);
+/// Terms side by side.
+struct TermPair {
+    int row;
+    int column;
+    std::int64_t weights[2];
+};
+
+std::vector<TermPair> PairsOf(const std::vector<Term> &terms) {
+    std::vector<TermPair> pairs;
+    for (const Term &term : terms) {
+        if (!pairs.empty() && pairs.back().row == term.row &&
+            pairs.back().column + 1 == term.column)
+            pairs.back().weights[1] = term.weight;
         else
-            m_sums.resize(m_width);
+            pairs.push_back({term.row, term.column, {term.weight, 0}});
+    }
+    return pairs;
+}
+
+/// Computes result rows from pairs of terms.
+template <typename PixelType, typename Weight, typename Fast>
+class PairConvolver {
+public:
+    using Pixel = PixelType;
+
+    PairConvolver(const std::vector<Term> &terms, const Scaling &scaling)
+        : m_terms(PairsOf(terms)), m_pairs(m_terms.size()), m_scaling(scaling), m_fast(scaling) {
+        for (std::size_t i = 0; i < m_terms.size(); ++i)
+            for (std::size_t k = 0; k < 2; ++k)
+                m_pairs[i].weights[k] = static_cast<Weight>(m_terms[i].weights[k]);
     }
 
-    void Compute(const LineRing &ring, int row, int channel, std::uint8_t *out) {
-        if (m_scaling16)
-            ComputeTaps(ring, row, channel, out);
-        else if (m_scaling32)
-            ComputePairs(ring, row, channel, out);
-        else
-            ComputeOneByOne(ring, row, channel, out);
+    void Compute(const LineRing<Pixel> &ring, int row, int channel, std::size_t width,
+                 std::uint8_t *out) {
+        for (std::size_t i = 0; i < m_terms.size(); ++i)
+            m_pairs[i].line = ring.Line(row + m_terms[i].row, channel) + m_terms[i].column;
+        ConvolveRow(m_pairs, m_scaling, m_fast, width, out);
     }
 
 private:
-    static const std::int16_t *LineOf(const Term &term, const LineRing &ring, int row,
-                                      int channel) {
-        return ring.Line(row + term.row, channel) + term.column;
-    }
+    std::vector<TermPair> m_terms;
+    std::vector<TapPair<Pixel, Weight>> m_pairs;
+    Scaling m_scaling;
+    Fast m_fast;
+};
 
-    void ComputeTaps(const LineRing &ring, int row, int channel, std::uint8_t *out) {
-        m_taps.clear();
-        for (const Term &term : m_terms)
-            m_taps.push_back(
-                {LineOf(term, ring, row, channel), static_cast<std::int16_t>(term.weight)});
-        ConvolveRow(m_taps, m_scaling, *m_scaling16, m_width, out);
-    }
+/// Computes result rows whatever the weights.
+class TermConvolver {
+public:
+    using Pixel = std::uint8_t;
 
-    void ComputePairs(const LineRing &ring, int row, int channel, std::uint8_t *out) {
-        m_pairs.clear();
-        for (std::size_t i = 0; i < m_terms.size(); ++i) {
-            const Term &term = m_terms[i];
-            m_pairs.push_back(
-                {LineOf(term, ring, row, channel), {static_cast<std::int16_t>(term.weight), 0}});
-            if (i + 1 < m_terms.size() && m_terms[i + 1].row == term.row &&
-                m_terms[i + 1].column == term.column + 1)
-                m_pairs.back().weights[1] = static_cast<std::int16_t>(m_terms[++i].weight);
-        }
-        ConvolveRow(m_pairs, m_scaling, *m_scaling32, m_width, out);
-    }
+    TermConvolver(const std::vector<Term> &terms, const Scaling &scaling)
+        : m_terms(terms), m_scaling(scaling) {}
 
-    void ComputeOneByOne(const LineRing &ring, int row, int channel, std::uint8_t *out) {
-        std::fill(m_sums.begin(), m_sums.end(), 0);
+    void Compute(const LineRing<Pixel> &ring, int row, int channel, std::size_t width,
+                 std::uint8_t *out) {
+        m_sums.assign(width, 0);
         for (const Term &term : m_terms) {
-            const std::int16_t *const line = LineOf(term, ring, row, channel);
-            for (std::size_t x = 0; x < m_width; ++x)
+            const Pixel *const line = ring.Line(row + term.row, channel) + term.column;
+            for (std::size_t x = 0; x < width; ++x)
                 m_sums[x] += term.weight * line[x];
         }
         std::transform(m_sums.begin(), m_sums.end(), out,
                        [this](std::int64_t sum) { return m_scaling.Apply(sum); });
     }
 
-    std::vector<Term> m_terms;
+private:
+    const std::vector<Term> &m_terms;
     Scaling m_scaling;
-    std::optional<Scaling16> m_scaling16;
-    std::optional<Scaling32> m_scaling32;
-    std::size_t m_width;
-    std::vector<Tap> m_taps;
-    std::vector<TapPair> m_pairs;
     std::vector<std::int64_t> m_sums;
 };
 
-void ConvolveRows(const PixelRows &image, const Kernel &kernel) {
-    std::vector<Term> terms = TermsOf(kernel, image.width, image.height);
-    const Reach reach = ReachOf(terms);
-    // No sum of bytes and 32-bit weights comes near this limit, so it changes no result.
-    constexpr std::int64_t farOff = std::numeric_limits<std::int64_t>::max() / 4;
-    const std::int64_t divisor = std::clamp<std::int64_t>(kernel.divisor, -farOff, farOff);
-    RowConvolver convolver(image, std::move(terms),
-                           {std::max<std::int64_t>(std::abs(divisor), 1),
-                            std::clamp<std::int64_t>(kernel.offset, -farOff, farOff)});
-    LineRing ring(image, reach);
-    const auto width = static_cast<std::size_t>(image.width);
+template <typename Convolver>
+void ConvolveWith(Convolver convolver, const PixelRows &image, const Reach &reach) {
     using Planes = AlignedBlock<std::uint8_t>;
+    LineRing<typename Convolver::Pixel> ring(image, reach);
+    const auto width = static_cast<std::size_t>(image.width);
     const std::size_t planeLength = Planes::WholeLines(width + CONVOLUTION_OVERRUN);
     const Planes result(planeLength * static_cast<std::size_t>(image.channels));
 
@@ -239,7 +227,7 @@ void ConvolveRows(const PixelRows &image, const Kernel &kernel) {
     for (int row = 0; row < image.height; ++row) {
         ring.Load(row + reach.down);
         for (int channel = 0; channel < image.channels; ++channel)
-            convolver.Compute(ring, row, channel,
+            convolver.Compute(ring, row, channel, width,
                               result.At(static_cast<std::size_t>(channel) * planeLength));
         std::uint8_t *const target = image.bytes + row * image.stride;
         if (image.channels == 3) {
@@ -250,6 +238,39 @@ void ConvolveRows(const PixelRows &image, const Kernel &kernel) {
             std::copy_n(result.At(0), width, target);
         }
     }
+}
+
+/// Whether every weight fits the type.
+template <typename Weight>
+bool FitAll(const std::vector<Term> &terms) {
+    return std::ranges::all_of(
+        terms, [](const Term &term) { return term.weight == static_cast<Weight>(term.weight); });
+}
+
+Scaling ScalingOf(const Kernel &kernel) {
+    // No sum of bytes and 32-bit weights comes near this limit, so it changes no result.
+    constexpr std::int64_t farOff = std::numeric_limits<std::int64_t>::max() / 4;
+    const std::int64_t divisor = std::clamp<std::int64_t>(kernel.divisor, -farOff, farOff);
+    return {std::max<std::int64_t>(std::abs(divisor), 1),
+            std::clamp<std::int64_t>(kernel.offset, -farOff, farOff)};
+}
+
+void ConvolveRows(const PixelRows &image, const Kernel &kernel) {
+    const std::vector<Term> terms = TermsOf(kernel, image.width, image.height);
+    const Reach reach = ReachOf(terms);
+    const Scaling scaling = ScalingOf(kernel);
+    std::int64_t magnitude = 0;
+    for (const Term &term : terms)
+        magnitude += std::abs(term.weight);
+
+    if (FitAll<std::int8_t>(terms) && Scaling16::Suits(magnitude, scaling))
+        ConvolveWith(PairConvolver<std::uint8_t, std::int8_t, Scaling16>(terms, scaling), image,
+                     reach);
+    else if (FitAll<std::int16_t>(terms) && Scaling32::Suits(magnitude, scaling))
+        ConvolveWith(PairConvolver<std::int16_t, std::int16_t, Scaling32>(terms, scaling), image,
+                     reach);
+    else
+        ConvolveWith(TermConvolver(terms, scaling), image, reach);
 }
 
 } // namespace

@@ -17,37 +17,38 @@ namespace hn = hwy::HWY_NAMESPACE;
 
 #if HWY_TARGET == HWY_SCALAR
 
-void SumTaps(const Tap *taps, std::size_t tapCount, const Scaling16 &, const Scaling &scaling,
-             std::size_t count, std::uint8_t *out) {
+template <typename Pair>
+void SumPlainly(const Pair *pairs, std::size_t pairCount, const Scaling &scaling, std::size_t count,
+                std::uint8_t *out) {
     for (std::size_t x = 0; x < count; ++x) {
         std::int32_t sum = 0;
-        for (std::size_t t = 0; t < tapCount; ++t)
-            sum += taps[t].line[x] * taps[t].weight;
+        for (const Pair *pair = pairs; pair != pairs + pairCount; ++pair)
+            sum += pair->line[x] * pair->weights[0] + pair->line[x + 1] * pair->weights[1];
         out[x] = scaling.Apply(sum);
     }
 }
 
-void SumTapPairs(const TapPair *pairs, std::size_t pairCount, const Scaling32 &,
-                 const Scaling &scaling, std::size_t count, std::uint8_t *out) {
-    for (std::size_t x = 0; x < count; ++x) {
-        std::int32_t sum = 0;
-        for (std::size_t p = 0; p < pairCount; ++p)
-            sum +=
-                pairs[p].line[x] * pairs[p].weights[0] + pairs[p].line[x + 1] * pairs[p].weights[1];
-        out[x] = scaling.Apply(sum);
-    }
+void SumBytePairs(const BytePair *pairs, std::size_t pairCount, const Scaling16 &,
+                  const Scaling &scaling, std::size_t count, std::uint8_t *out) {
+    SumPlainly(pairs, pairCount, scaling, count, out);
+}
+
+void SumWordPairs(const WordPair *pairs, std::size_t pairCount, const Scaling32 &,
+                  const Scaling &scaling, std::size_t count, std::uint8_t *out) {
+    SumPlainly(pairs, pairCount, scaling, count, out);
 }
 
 #else
 
 static_assert(2 * HWY_MAX_BYTES + 2 <= CONVOLUTION_OVERRUN);
 
-/// The number that is worth a version of its own.
-constexpr std::size_t TAPS_OF_3X3 = 9;
+/// A number of pairs that is worth a version of its own.
 constexpr std::size_t PAIRS_OF_3X3 = 6;
 
+using Tag8 = hn::ScalableTag<std::uint8_t>;
 using Tag16 = hn::ScalableTag<std::int16_t>;
 using Tag32 = hn::ScalableTag<std::int32_t>;
+using Vec8 = hn::Vec<Tag8>;
 using Vec16 = hn::Vec<Tag16>;
 using Vec32 = hn::Vec<Tag32>;
 
@@ -84,42 +85,69 @@ struct Scale16 {
     Vec16 offset;
 };
 
-/// With the number of taps known, weights and lines stay in registers; 0 takes any number.
-template <std::size_t KNOWN>
-void SumKnownTaps(const Tap *taps, std::size_t tapCount, const Scaling16 &scaling,
-                  std::size_t count, std::uint8_t *out) {
+/// Neighbouring bytes times neighbouring weights, added two by two; no sum exceeds 16 bits.
+HWY_INLINE Vec16 MulPairs(Vec8 bytes, Vec16 weights) {
+#if HWY_TARGET == HWY_SSSE3 || HWY_TARGET == HWY_SSE4
+    return Vec16{_mm_maddubs_epi16(bytes.raw, weights.raw)};
+#elif HWY_TARGET == HWY_AVX2
+    return Vec16{_mm256_maddubs_epi16(bytes.raw, weights.raw)};
+#elif HWY_ARCH_X86
+    return Vec16{_mm512_maddubs_epi16(bytes.raw, weights.raw)};
+#else
     const Tag16 d;
-    const std::size_t lanes = hn::Lanes(d);
+    const hn::RebindToUnsigned<Tag16> du;
+    const auto pairs = hn::BitCast(du, bytes);
+    const Vec16 first = hn::BitCast(d, hn::And(pairs, hn::Set(du, 0xFF)));
+    const Vec16 second = hn::BitCast(d, hn::ShiftRight<8>(pairs));
+    return hn::Add(hn::Mul(first, hn::ShiftRight<8>(hn::ShiftLeft<8>(weights))),
+                   hn::Mul(second, hn::ShiftRight<8>(weights)));
+#endif
+}
+
+/// Sums of two vectors of pairs each: of the even pixels and of the odd ones. With the number of
+/// pairs known, weights and lines stay in registers; 0 takes any number.
+template <std::size_t KNOWN>
+void SumKnownBytePairs(const BytePair *pairs, std::size_t pairCount, const Scaling16 &scaling,
+                       std::size_t count, std::uint8_t *out) {
+    const Tag8 d8;
+    const Tag16 d;
+    const std::size_t lanes = hn::Lanes(d8);
     const Scale16 scale(scaling);
-    const std::size_t used = KNOWN == 0 ? tapCount : KNOWN;
-    // Four vectors share each weight.
-    for (std::size_t x = 0; x < count; x += 4 * lanes) {
-        Vec16 sum0 = hn::Zero(d);
-        Vec16 sum1 = sum0;
-        Vec16 sum2 = sum0;
-        Vec16 sum3 = sum0;
-#pragma GCC unroll 9
-        for (std::size_t t = 0; t < used; ++t) {
-            const Vec16 weight = hn::Set(d, taps[t].weight);
-            const std::int16_t *const line = taps[t].line + x;
-            sum0 = hn::Add(sum0, hn::Mul(hn::LoadU(d, line), weight));
-            sum1 = hn::Add(sum1, hn::Mul(hn::LoadU(d, line + lanes), weight));
-            sum2 = hn::Add(sum2, hn::Mul(hn::LoadU(d, line + 2 * lanes), weight));
-            sum3 = hn::Add(sum3, hn::Mul(hn::LoadU(d, line + 3 * lanes), weight));
+    const Vec16 zero = hn::Zero(d);
+    const Vec16 most = hn::Set(d, 255);
+    const auto store = [&](Vec16 even, Vec16 odd, std::uint8_t *at) {
+        const Vec16 evens = hn::Min(hn::Max(scale(even), zero), most);
+        const Vec16 odds = hn::Min(hn::Max(scale(odd), zero), most);
+        hn::StoreU(hn::BitCast(d8, hn::Or(evens, hn::ShiftLeft<8>(odds))), d8, at);
+    };
+    const std::size_t used = KNOWN == 0 ? pairCount : KNOWN;
+    for (std::size_t x = 0; x < count; x += 2 * lanes) {
+        Vec16 even0 = zero;
+        Vec16 odd0 = zero;
+        Vec16 even1 = zero;
+        Vec16 odd1 = zero;
+#pragma GCC unroll 6
+        for (std::size_t p = 0; p < used; ++p) {
+            std::int16_t both;
+            std::memcpy(&both, pairs[p].weights, sizeof both);
+            const Vec16 weights = hn::Set(d, both);
+            const std::uint8_t *const line = pairs[p].line + x;
+            even0 = hn::Add(even0, MulPairs(hn::LoadU(d8, line), weights));
+            odd0 = hn::Add(odd0, MulPairs(hn::LoadU(d8, line + 1), weights));
+            even1 = hn::Add(even1, MulPairs(hn::LoadU(d8, line + lanes), weights));
+            odd1 = hn::Add(odd1, MulPairs(hn::LoadU(d8, line + lanes + 1), weights));
         }
-        StoreBytes(scale(sum0), out + x);
-        StoreBytes(scale(sum1), out + x + lanes);
-        StoreBytes(scale(sum2), out + x + 2 * lanes);
-        StoreBytes(scale(sum3), out + x + 3 * lanes);
+        store(even0, odd0, out + x);
+        store(even1, odd1, out + x + lanes);
     }
 }
 
-void SumTaps(const Tap *taps, std::size_t tapCount, const Scaling16 &scaling, const Scaling &,
-             std::size_t count, std::uint8_t *out) {
-    if (tapCount == TAPS_OF_3X3)
-        SumKnownTaps<TAPS_OF_3X3>(taps, tapCount, scaling, count, out);
+void SumBytePairs(const BytePair *pairs, std::size_t pairCount, const Scaling16 &scaling,
+                  const Scaling &, std::size_t count, std::uint8_t *out) {
+    if (pairCount == PAIRS_OF_3X3)
+        SumKnownBytePairs<PAIRS_OF_3X3>(pairs, pairCount, scaling, count, out);
     else
-        SumKnownTaps<0>(taps, tapCount, scaling, count, out);
+        SumKnownBytePairs<0>(pairs, pairCount, scaling, count, out);
 }
 
 /// Scaling32 in registers.
@@ -155,10 +183,10 @@ struct Scale32 {
     Vec16 offset;
 };
 
-/// Sums of two vectors of pairs each: of the even pixels and of the odd ones. As SumKnownTaps.
+/// As SumKnownBytePairs.
 template <std::size_t KNOWN>
-void SumKnownPairs(const TapPair *pairs, std::size_t pairCount, const Scaling32 &scaling,
-                   std::size_t count, std::uint8_t *out) {
+void SumKnownWordPairs(const WordPair *pairs, std::size_t pairCount, const Scaling32 &scaling,
+                       std::size_t count, std::uint8_t *out) {
     const Tag16 d;
     const Tag32 wide;
     const std::size_t lanes = hn::Lanes(d);
@@ -197,15 +225,33 @@ void SumKnownPairs(const TapPair *pairs, std::size_t pairCount, const Scaling32 
     }
 }
 
-void SumTapPairs(const TapPair *pairs, std::size_t pairCount, const Scaling32 &scaling,
-                 const Scaling &, std::size_t count, std::uint8_t *out) {
+void SumWordPairs(const WordPair *pairs, std::size_t pairCount, const Scaling32 &scaling,
+                  const Scaling &, std::size_t count, std::uint8_t *out) {
     if (pairCount == PAIRS_OF_3X3)
-        SumKnownPairs<PAIRS_OF_3X3>(pairs, pairCount, scaling, count, out);
+        SumKnownWordPairs<PAIRS_OF_3X3>(pairs, pairCount, scaling, count, out);
     else
-        SumKnownPairs<0>(pairs, pairCount, scaling, count, out);
+        SumKnownWordPairs<0>(pairs, pairCount, scaling, count, out);
 }
 
 #endif
+
+void Split(const std::uint8_t *pixels, std::size_t count, std::uint8_t *const planes[3]) {
+    const hn::ScalableTag<std::uint8_t> d;
+    const std::size_t lanes = hn::Lanes(d);
+    std::size_t x = 0;
+    for (; x + lanes <= count; x += lanes) {
+        auto blue = hn::Zero(d);
+        auto green = blue;
+        auto red = blue;
+        hn::LoadInterleaved3(d, pixels + 3 * x, blue, green, red);
+        hn::StoreU(blue, d, planes[0] + x);
+        hn::StoreU(green, d, planes[1] + x);
+        hn::StoreU(red, d, planes[2] + x);
+    }
+    for (; x < count; ++x)
+        for (std::size_t channel = 0; channel < 3; ++channel)
+            planes[channel][x] = pixels[3 * x + channel];
+}
 
 void Spread(const std::uint8_t *pixels, std::size_t count, std::int16_t *const lines[3]) {
     const hn::ScalableTag<std::int16_t> wide;
@@ -254,8 +300,9 @@ HWY_AFTER_NAMESPACE();
 #if HWY_ONCE
 namespace tavix {
 
-HWY_EXPORT(SumTaps);
-HWY_EXPORT(SumTapPairs);
+HWY_EXPORT(SumBytePairs);
+HWY_EXPORT(SumWordPairs);
+HWY_EXPORT(Split);
 HWY_EXPORT(Spread);
 HWY_EXPORT(Widen);
 HWY_EXPORT(Join);
@@ -312,14 +359,22 @@ Scaling32::Scaling32(const Scaling &scaling)
     factor = static_cast<float>(multiplies ? (1 + 0x1p-22) / divisor : divisor);
 }
 
-void ConvolveRow(const std::vector<Tap> &taps, const Scaling &scaling, const Scaling16 &fast,
+void ConvolveRow(const std::vector<BytePair> &pairs, const Scaling &scaling, const Scaling16 &fast,
                  std::size_t count, std::uint8_t *out) {
-    HWY_DYNAMIC_DISPATCH(SumTaps)(taps.data(), taps.size(), fast, scaling, count, out);
+    HWY_DYNAMIC_DISPATCH(SumBytePairs)(pairs.data(), pairs.size(), fast, scaling, count, out);
 }
 
-void ConvolveRow(const std::vector<TapPair> &pairs, const Scaling &scaling, const Scaling32 &fast,
+void ConvolveRow(const std::vector<WordPair> &pairs, const Scaling &scaling, const Scaling32 &fast,
                  std::size_t count, std::uint8_t *out) {
-    HWY_DYNAMIC_DISPATCH(SumTapPairs)(pairs.data(), pairs.size(), fast, scaling, count, out);
+    HWY_DYNAMIC_DISPATCH(SumWordPairs)(pairs.data(), pairs.size(), fast, scaling, count, out);
+}
+
+void SpreadRow(const std::uint8_t *pixels, std::size_t count, int channels,
+               std::uint8_t *const lines[3]) {
+    if (channels == 3)
+        HWY_DYNAMIC_DISPATCH(Split)(pixels, count, lines);
+    else
+        std::copy_n(pixels, count, lines[0]);
 }
 
 void SpreadRow(const std::uint8_t *pixels, std::size_t count, int channels,

@@ -1,4 +1,4 @@
-/// Rows of a convolution: weighted sums of lines of 16-bit pixels, divided, shifted and limited to
+/// Rows of a convolution: weighted sums of lines of pixels, divided, shifted and limited to
 /// a byte. One body for every instruction set, chosen when the program runs.
 #pragma once
 
@@ -21,18 +21,15 @@ struct Scaling {
     std::uint8_t Apply(std::int64_t sum) const;
 };
 
-/// Neighbours that are multiplied by one weight: pixel x takes part with line[x].
-struct Tap {
-    const std::int16_t *line;
-    std::int16_t weight;
-};
-
 /// Neighbours side by side: pixel x takes part with line[x] * weights[0] + line[x + 1] *
 /// weights[1].
+template <typename Pixel, typename Weight>
 struct TapPair {
-    const std::int16_t *line;
-    std::int16_t weights[2];
+    const Pixel *line;
+    Weight weights[2];
 };
+using BytePair = TapPair<std::uint8_t, std::int8_t>;
+using WordPair = TapPair<std::int16_t, std::int16_t>;
 
 /// The scaling of sums that fit 16 bits, with a multiplication in place of the division: for
 /// magnitudes n below 2^15 and a divisor d with 2^s < d <= 2^(s + 1), n / d is
@@ -69,12 +66,14 @@ struct Scaling32 {
 };
 
 /// out[x] for x < count; fast is what the scaling comes to.
-void ConvolveRow(const std::vector<Tap> &taps, const Scaling &scaling, const Scaling16 &fast,
+void ConvolveRow(const std::vector<BytePair> &pairs, const Scaling &scaling, const Scaling16 &fast,
                  std::size_t count, std::uint8_t *out);
-void ConvolveRow(const std::vector<TapPair> &pairs, const Scaling &scaling, const Scaling32 &fast,
+void ConvolveRow(const std::vector<WordPair> &pairs, const Scaling &scaling, const Scaling32 &fast,
                  std::size_t count, std::uint8_t *out);
 
 /// Pixels of 1 or 3 channels as a line of each channel.
+void SpreadRow(const std::uint8_t *pixels, std::size_t count, int channels,
+               std::uint8_t *const lines[3]);
 void SpreadRow(const std::uint8_t *pixels, std::size_t count, int channels,
                std::int16_t *const lines[3]);
 /// Three channels side by side to pixels.

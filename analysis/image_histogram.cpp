@@ -41,7 +41,9 @@ void CTavixImage8::GetHistogramData(ColorLevel level, long *histogram) const {
     if (!histogram)
         return;
     tavix::LevelCounter counter;
-    if (level == ColorLevelGray)
+    if (level == ColorLevelGray && m_width % 4 == 0) // No padding.
+        counter.Add(m_buffer.get(), static_cast<std::size_t>(m_imageLen));
+    else if (level == ColorLevelGray)
         tavix::ForEachRow(*this, [&counter](const unsigned char *row, std::size_t size) {
             counter.Add(row, size);
         });

@@ -1,6 +1,7 @@
 // Blob lists beside OpenCV's labelling.
 
 #include "comparison.h"
+#include "pictures.h"
 
 #include <TAVIX20.h>
 
@@ -11,8 +12,6 @@
 
 namespace {
 
-constexpr int SIDE = 2048;
-
 std::shared_ptr<CTavixImage8> NoiseOfDensity(double density) {
     auto image = std::make_shared<CTavixImage8>(SIDE, SIDE);
     std::mt19937 random(2);
@@ -22,16 +21,10 @@ std::shared_ptr<CTavixImage8> NoiseOfDensity(double density) {
     return image;
 }
 
-/// The binarised sample picture, repeated over the whole image.
 std::shared_ptr<CTavixImage8> Coins() {
-    const std::unique_ptr<CTavixImage8> coins(
-        CTavixImage::LoadImage8(TAVIX_EXAMPLE_DATA "/coins.png"));
+    auto coins = Photograph("coins.png");
     coins->Threshold(0);
-    auto image = std::make_shared<CTavixImage8>(SIDE, SIDE);
-    for (int y = 0; y < SIDE; y += coins->GetHeight())
-        for (int x = 0; x < SIDE; x += coins->GetWidth())
-            image->Copy(x, y, coins.get());
-    return image;
+    return coins;
 }
 
 void Add(const std::string &picture, const std::shared_ptr<CTavixImage8> &image, double target) {

@@ -21,6 +21,7 @@ void AddComparison(Comparison comparison);
 int RunComparisons(int argc, char **argv);
 
 /// The rows of each subject.
+void AddAnalysisComparisons();
 void AddBlobComparisons();
 void AddContainerComparisons();
 void AddDisplayComparisons();

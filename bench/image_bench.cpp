@@ -1,6 +1,7 @@
 // Copies, conversions and thresholds of images beside memcpy and the bare OpenCV call.
 
 #include "comparison.h"
+#include "pictures.h"
 
 #include <TAVIX20.h>
 #include <TAVIX20/image/image_interop.h>
@@ -12,24 +13,11 @@
 #include <memory>
 #include <random>
 
-namespace {
-
-constexpr int SIDE = 2048;
-
-template <typename Image>
-std::shared_ptr<Image> Noise() {
-    auto image = std::make_shared<Image>(SIDE, SIDE);
-    std::mt19937 random(1);
-    for (int i = 0; i < image->GetImageLen(); ++i)
-        image->GetImagePtr()[i] = static_cast<unsigned char>(random());
-    return image;
-}
-
-} // namespace
+namespace {} // namespace
 
 void AddImageComparisons() {
-    const auto grey = Noise<CTavixImage8>();
-    const auto colour = Noise<CTavixImage24>();
+    const auto grey = Noise<CTavixImage8>(1);
+    const auto colour = Noise<CTavixImage24>(1);
 
     AddComparison({"Clone, 2048 x 2048 grey", "memcpy into a new buffer", 0.83,
                    [grey] { const std::unique_ptr<CTavixImage> copy(grey->Clone()); },
@@ -37,6 +25,16 @@ void AddImageComparisons() {
                        const auto length = static_cast<std::size_t>(grey->GetImageLen());
                        const std::unique_ptr<unsigned char[]> copy(new unsigned char[length]);
                        std::memcpy(copy.get(), grey->GetImagePtr(), length);
+                       benchmark::DoNotOptimize(copy.get());
+                       benchmark::ClobberMemory();
+                   }});
+    const auto large = std::make_shared<CTavixImage8>(10240, 10240);
+    AddComparison({"Clone, 100 MB", "memcpy into a new buffer", 0.83,
+                   [large] { const std::unique_ptr<CTavixImage> copy(large->Clone()); },
+                   [large] {
+                       const auto length = static_cast<std::size_t>(large->GetImageLen());
+                       const std::unique_ptr<unsigned char[]> copy(new unsigned char[length]);
+                       std::memcpy(copy.get(), large->GetImagePtr(), length);
                        benchmark::DoNotOptimize(copy.get());
                        benchmark::ClobberMemory();
                    }});

@@ -1,14 +1,17 @@
 #include "comparison.h"
 
 #include <QGuiApplication>
+#include <opencv2/core.hpp>
 
 int main(int argc, char **argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     int applicationArguments = 1;
     const QGuiApplication application(applicationArguments, argv);
 
+    cv::setNumThreads(1); // OpenCV's own threads would hide what its kernels cost.
     AddImageComparisons();
     AddTransformComparisons();
+    AddAnalysisComparisons();
     AddBlobComparisons();
     AddContainerComparisons();
     AddDisplayComparisons();

@@ -1,6 +1,7 @@
 // Transforms, planes and arithmetic of images beside memcpy and the bare OpenCV calls.
 
 #include "comparison.h"
+#include "pictures.h"
 
 #include <TAVIX20.h>
 #include <TAVIX20/image/image_interop.h>
@@ -15,22 +16,12 @@
 
 namespace {
 
-constexpr int SIDE = 2048;
 const std::string SIZE = ", 2048 x 2048";
 
 /// The bare call may cost at most 1.25 times less.
 constexpr double BRIDGED = 0.8;
 /// memcpy of the same bytes may cost at most 1.2 times less.
 constexpr double COPYING = 0.83;
-
-template <typename Image>
-std::shared_ptr<Image> Noise(unsigned seed) {
-    auto image = std::make_shared<Image>(SIDE, SIDE);
-    std::mt19937 random(seed);
-    for (int i = 0; i < image->GetImageLen(); ++i)
-        image->GetImagePtr()[i] = static_cast<unsigned char>(random());
-    return image;
-}
 
 /// An image on which an operation works in place, and the matrix with the same bytes for its peer.
 template <typename Image>

@@ -1,6 +1,7 @@
 #include "TAVIX20/image/tavix_image.h"
 
 #include "TAVIX20/image/layout.h"
+#include "TAVIX20/platform/memory.h"
 
 #include <algorithm>
 #include <cstring>
@@ -60,8 +61,11 @@ void CTavixImage::GiveUpBuffer() {
 }
 
 tavix::BufferPtr CTavixImage::NewBuffer(std::size_t length) {
-    return tavix::BufferPtr(static_cast<unsigned char *>(
+    tavix::BufferPtr buffer(static_cast<unsigned char *>(
         ::operator new[](length, tavix::BufferDeleter::BUFFER_ALIGNMENT, std::nothrow)));
+    if (buffer)
+        tavix::AdviseLargePages(buffer.get(), length);
+    return buffer;
 }
 
 bool CTavixImage::Allocate(int width, int height) {

@@ -97,10 +97,11 @@ TEST(LevelCounterTest, CountsNoiseAndRuns) {
     std::mt19937 random(3);
     tavix::LevelCounter counter;
     tavix::LevelCounts expected{};
-    for (int round = 0; round < 300; ++round) {
-        Bytes bytes = RandomBytes(round, random, round % 2 == 0 ? 255 : 1);
-        if (round % 5 == 0)
-            std::fill(bytes.begin(), bytes.end(), static_cast<unsigned char>(round));
+    for (int round = 0; round < 600; ++round) {
+        // Noise, two levels, slopes, one level: each way of counting has its turn.
+        Bytes bytes = RandomBytes(round % 7 * 6000 + round, random, round % 4 == 1 ? 1 : 255);
+        for (std::size_t i = 0; i < bytes.size() && round % 4 > 1; ++i)
+            bytes[i] = static_cast<unsigned char>(round % 4 == 2 ? i / 5 + bytes[i] % 4 : 9);
         counter.Add(bytes.data(), bytes.size());
         for (const unsigned char byte : bytes)
             ++expected[byte];
