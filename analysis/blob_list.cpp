@@ -1,97 +1,240 @@
-// Blob lists of grey images. Every pixel of the class, in raster order, is the seed of a trace
-// (blob_tracer.h), also one that an earlier trace visited; such a seed finds no new neighbours
-// unless a cap cut the earlier trace short. A trace of one point is a blob only when the seed has
-// no neighbour of the class at all: that keeps visited seeds from being counted again. Pixels are
-// 4-connected, and the image's edge ends a blob.
+// Blob lists of grey images: each overload names its class of pixels, its area, its bounds and its
+// output, and hands them to the engine.
 
-#include "TAVIX20/analysis/blob_tracer.h"
+#include "TAVIX20/analysis/blob_engine.h"
+#include "TAVIX20/analysis/blob_output.h"
 #include "TAVIX20/containers/blob_rect_array.h"
-#include "TAVIX20/image/layout.h"
+#include "TAVIX20/containers/pixel_array_array.h"
+#include "TAVIX20/containers/point_array_array.h"
+#include "TAVIX20/containers/sort_byte_array.h"
 #include "TAVIX20/image/tavix_image8.h"
-
-#include <limits>
-#include <new>
 
 namespace {
 
-constexpr std::int64_t NO_CAP = std::numeric_limits<std::int64_t>::max();
+using tavix::BandClass;
+using tavix::BlobSource;
+using tavix::CountBounds;
+using tavix::SizeBounds;
+using TavixArray::CPixelArrayArray;
+using TavixArray::CPointArrayArray;
+using TavixArray::CSortByteArray;
 
-/// The image's visit map, allocated if there is none yet; null when memory runs out.
-unsigned char *Provide(std::unique_ptr<unsigned char[]> &map, const CTavixImage8 &image) {
-    if (!map)
-        map.reset(new (std::nothrow) unsigned char[tavix::BlobTracer::MapSize(image.GetWidth(),
-                                                                              image.GetHeight())]);
-    return map.get();
-}
+/// The class of pixels, and the area, of one call.
+struct Call {
+    const CTavixImage8 &image;
+    const tavix::PixelClass &pixels;
+    std::optional<tavix::SeedArea> area; ///< Nothing: no blob can begin.
+    const tavix::PixelClass *neighbours = nullptr;
 
-tavix::GreyView View(const CTavixImage8 &image) {
-    return {image.GetImagePtr(), image.GetWidth(), image.GetHeight(),
-            static_cast<std::ptrdiff_t>(tavix::RowStride(8, image.GetWidth()))};
-}
-
-auto EqualTo(int value) {
-    return [value](unsigned char pixel) { return pixel == value; };
-}
-
-/// The accepted sizes, right - left and bottom - top; the upper bounds are exclusive.
-struct SizeBounds {
-    long minWidth;
-    long maxWidth;
-    long minHeight;
-    long maxHeight;
-
-    /// A blob of one point has size 0; it is taken exactly when both lower bounds are 1.
-    bool Accept(const tavix::BlobTrace &blob) const {
-        if (blob.IsOnePoint())
-            return minWidth == 1 && minHeight == 1;
-        const long width = blob.right - blob.left;
-        const long height = blob.bottom - blob.top;
-        return minWidth <= width && width < maxWidth && minHeight <= height && height < maxHeight;
+    /// Nothing when the call is to return 0 at once.
+    template <typename Bounds>
+    std::optional<BlobSource> Source(const Bounds &bounds) const {
+        if (image.GetImageLen() == 0 || bounds.Refuses() || !area)
+            return std::nullopt;
+        return BlobSource{pixels, image.GetWidth(), image.GetHeight(), *area, neighbours};
     }
+};
+
+std::optional<tavix::SeedArea> Whole(const CTavixImage8 &image) {
+    return tavix::ClipToImage(image, 0, 0, image.GetWidth() - 1, image.GetHeight() - 1);
+}
+
+int Count(const Call &call, const CountBounds &bounds, tavix::VisitMap &map) {
+    const auto source = call.Source(bounds);
+    return source ? tavix::CountBlobs(*source, bounds, map).value_or(0) : 0;
+}
+
+/// Appends, so that nothing was added when it fails.
+template <typename Array, typename Bounds, typename AddBlob>
+int Append(const Call &call, const Bounds &bounds, tavix::VisitMap &map, Array &blobs,
+           AddBlob addBlob) {
+    const auto source = call.Source(bounds);
+    if (!source)
+        return 0;
+    Array found;
+    const auto count = tavix::CollectBlobs(
+        *source, bounds, map, [&](std::span<const POINT> points) { addBlob(found, points); });
+    if (!count || found.GetElementCount() != *count)
+        return 0;
+    if (blobs.GetElementCount() == 0)
+        blobs = std::move(found);
+    else
+        for (int i = 0; i < *count; ++i)
+            blobs.Add(found[i]);
+    return blobs.GetElementCount();
+}
+
+template <typename Bounds>
+int AppendPoints(const Call &call, const Bounds &bounds, tavix::VisitMap &map,
+                 CPointArrayArray &blobs) {
+    TavixArray::CPointArray blob;
+    return Append(call, bounds, map, blobs,
+                  [&blob](CPointArrayArray &found, std::span<const POINT> points) {
+                      tavix::SetPoints(blob, points);
+                      found.Add(blob);
+                  });
+}
+
+int AppendPixels(const Call &call, const SizeBounds &bounds, tavix::VisitMap &map,
+                 CPixelArrayArray &blobs) {
+    return Append(call, bounds, map, blobs,
+                  [&call](CPixelArrayArray &found, std::span<const POINT> points) {
+                      TavixArray::CPixelArray blob;
+                      for (const POINT &point : points)
+                          blob.Add(point.x, point.y, call.image.GetPixel(point.x, point.y), 0.0);
+                      found.Add(blob);
+                  });
+}
+
+int List(const Call &call, const SizeBounds &bounds, CBlobRectArray &blobs) {
+    const auto source = call.Source(bounds);
+    return source ? tavix::ListBlobs(*source, bounds, blobs).value_or(0) : 0;
+}
+
+tavix::ByteTable TableOf(const CSortByteArray &levels) {
+    tavix::ByteTable isListed{};
+    for (int i = 0; i < levels.GetElementCount(); ++i)
+        isListed[levels[i]] = 1;
+    return isListed;
+}
+
+/// A class of pixels within the image's mask, where it has one.
+class InMask {
+public:
+    InMask(const tavix::PixelClass &pixels, const CTavixImage8 &image, const RECT *rects, int count)
+        : m_pixels(pixels), m_masked(pixels, image.GetWidth(), rects, count), m_image(image) {}
+
+    operator const tavix::PixelClass &() const {
+        return m_image.IsROI() ? static_cast<const tavix::PixelClass &>(m_masked) : m_pixels;
+    }
+
+private:
+    const tavix::PixelClass &m_pixels;
+    tavix::MaskedClass m_masked;
+    const CTavixImage8 &m_image;
 };
 
 } // namespace
 
-int CTavixImage8::GetBlobList(int value, long minCount, long maxCount) {
-    if (m_imageLen == 0 || minCount < 1 || maxCount < 1 || !Provide(m_visitMap, *this))
-        return 0;
-    tavix::BlobTracer tracer(View(*this), m_visitMap.get(), EqualTo(value));
-    int count = 0;
-    for (int y = 0; y < m_height; ++y) {
-        for (int x = 0; x < m_width; ++x) {
-            if (!tracer.IsOfClass(x, y))
-                continue;
-            const tavix::BlobTrace blob = tracer.Trace(x, y, maxCount);
-            if (blob.IsOnePoint() ? minCount == 1 && !tracer.HasNeighbour(x, y)
-                                  : minCount <= blob.pixelCount && blob.pixelCount <= maxCount)
-                ++count;
-        }
-    }
-    return count;
+int CTavixImage8::GetBlobList(int value, long minCount, long maxCount) const {
+    const BandClass pixels(*this, value, value);
+    return Count({*this, pixels, Whole(*this)}, {minCount, maxCount}, m_visitMap);
+}
+
+int CTavixImage8::GetBlobList(int value, long minCount, long maxCount,
+                              CPointArrayArray &blobs) const {
+    const BandClass pixels(*this, value, value);
+    return AppendPoints({*this, pixels, Whole(*this)}, CountBounds{minCount, maxCount}, m_visitMap,
+                        blobs);
 }
 
 int CTavixImage8::GetBlobList(int value, long minW, long maxW, long minH, long maxH,
-                              CBlobRectArray &blobs) {
-    if (m_imageLen == 0 || minW < 1 || maxW < 1 || !Provide(m_visitMap, *this))
-        return 0;
-    const SizeBounds bounds{minW, maxW, minH, maxH};
-    tavix::BlobTracer tracer(View(*this), m_visitMap.get(), EqualTo(value));
-    CBlobRectArray found;
-    int count = 0;
-    // Traces are not cut short here, so a visited seed would only be refused: it is skipped, and a
-    // trace of one point has no neighbour of the class.
-    for (int y = 0; y < m_height; ++y) {
-        for (int x = tracer.FindUnvisited(0, y); x < m_width; x = tracer.FindUnvisited(x + 1, y)) {
-            const tavix::BlobTrace blob = tracer.Trace(x, y, NO_CAP);
-            if (bounds.Accept(blob)) {
-                found.Add(blob.left, blob.top, blob.right, blob.bottom, blob.pixelCount);
-                ++count;
-            }
-        }
-    }
-    if (found.GetElementCount() != count)
-        return 0;
-    found.SetCount(count);
-    blobs = std::move(found);
-    return count;
+                              CBlobRectArray &blobs) const {
+    const BandClass pixels(*this, value, value);
+    return List({*this, pixels, Whole(*this)}, {minW, maxW, minH, maxH}, blobs);
+}
+
+int CTavixImage8::GetBlobList(int threshold, int value, long minW, long maxW, long minH, long maxH,
+                              CBlobRectArray &blobs) const {
+    const BandClass pixels = tavix::ThresholdClass(*this, threshold, value);
+    const BandClass equal(*this, value, value);
+    return List({*this, pixels, Whole(*this), &equal}, {minW, maxW, minH, maxH}, blobs);
+}
+
+int CTavixImage8::GetBlobList(int threshold, int value, long minCount, long maxCount,
+                              CPointArrayArray &blobs) const {
+    const BandClass pixels = tavix::ThresholdClass(*this, threshold, value);
+    const BandClass equal(*this, value, value);
+    return AppendPoints({*this, pixels, Whole(*this), &equal}, CountBounds{minCount, maxCount},
+                        m_visitMap, blobs);
+}
+
+int CTavixImage8::GetBlobList(int x1, int y1, int x2, int y2, int value, long minW, long maxW,
+                              long minH, long maxH, CBlobRectArray &blobs) const {
+    const BandClass pixels(*this, value, value);
+    return List({*this, pixels, tavix::ClipToImage(*this, x1, y1, x2, y2)},
+                {minW, maxW, minH, maxH}, blobs);
+}
+
+int CTavixImage8::GetBlobList(int x1, int y1, int x2, int y2, int value, long minW, long maxW,
+                              long minH, long maxH, CPointArrayArray &blobs) const {
+    const BandClass pixels(*this, value, value);
+    return AppendPoints({*this, pixels, tavix::ClipToImage(*this, x1, y1, x2, y2)},
+                        SizeBounds{minW, maxW, minH, maxH}, m_visitMap, blobs);
+}
+
+int CTavixImage8::GetBlobList(int x1, int y1, int x2, int y2, int threshold, int value, long minW,
+                              long maxW, long minH, long maxH, CBlobRectArray &blobs) const {
+    const BandClass pixels = tavix::ThresholdClass(*this, threshold, value);
+    const BandClass equal(*this, value, value);
+    return List({*this, pixels, tavix::ClipToImage(*this, x1, y1, x2, y2), &equal},
+                {minW, maxW, minH, maxH}, blobs);
+}
+
+int CTavixImage8::GetBlobList(int x1, int y1, int x2, int y2, int threshold, int value,
+                              long minCount, long maxCount, CPointArrayArray &blobs) const {
+    const BandClass pixels = tavix::ThresholdClass(*this, threshold, value);
+    const BandClass equal(*this, value, value);
+    return AppendPoints({*this, pixels, tavix::ClipToImage(*this, x1, y1, x2, y2), &equal},
+                        CountBounds{minCount, maxCount}, m_visitMap, blobs);
+}
+
+int CTavixImage8::GetRangeBlobList(unsigned char low, unsigned char high, long minCount,
+                                   long maxCount) const {
+    const BandClass band(*this, low, high);
+    const InMask pixels(band, *this, m_roiRects, m_roiRectCount);
+    return Count({*this, pixels, Whole(*this)}, {minCount, maxCount}, m_visitMap);
+}
+
+int CTavixImage8::GetRangeBlobList(unsigned char low, unsigned char high, long minCount,
+                                   long maxCount, CPointArrayArray &blobs) const {
+    const BandClass band(*this, low, high);
+    const InMask pixels(band, *this, m_roiRects, m_roiRectCount);
+    return AppendPoints({*this, pixels, Whole(*this)}, CountBounds{minCount, maxCount}, m_visitMap,
+                        blobs);
+}
+
+int CTavixImage8::GetRangeBlobList(unsigned char low, unsigned char high, long minW, long maxW,
+                                   long minH, long maxH, CBlobRectArray &blobs) const {
+    const BandClass band(*this, low, high);
+    const InMask pixels(band, *this, m_roiRects, m_roiRectCount);
+    return List({*this, pixels, Whole(*this)}, {minW, maxW, minH, maxH}, blobs);
+}
+
+int CTavixImage8::GetRangeBlobList(unsigned char low, unsigned char high, long minW, long maxW,
+                                   long minH, long maxH, CPixelArrayArray &blobs) const {
+    const BandClass band(*this, low, high);
+    const InMask pixels(band, *this, m_roiRects, m_roiRectCount);
+    return AppendPixels({*this, pixels, Whole(*this)}, {minW, maxW, minH, maxH}, m_visitMap, blobs);
+}
+
+int CTavixImage8::GetRangeBlobList(const CSortByteArray &levels, long minCount, long maxCount,
+                                   CPointArrayArray &blobs) const {
+    const tavix::ListedClass listed(*this, TableOf(levels));
+    const InMask pixels(listed, *this, m_roiRects, m_roiRectCount);
+    return AppendPoints({*this, pixels, Whole(*this)}, CountBounds{minCount, maxCount}, m_visitMap,
+                        blobs);
+}
+
+int CTavixImage8::GetRangeBlobList(const CSortByteArray &levels, long minW, long maxW, long minH,
+                                   long maxH, CBlobRectArray &blobs) const {
+    const tavix::ListedClass listed(*this, TableOf(levels));
+    const InMask pixels(listed, *this, m_roiRects, m_roiRectCount);
+    return List({*this, pixels, Whole(*this)}, {minW, maxW, minH, maxH}, blobs);
+}
+
+int CTavixImage8::GetRangeBlobList(const CSortByteArray &levels, long minW, long maxW, long minH,
+                                   long maxH, CPixelArrayArray &blobs) const {
+    const tavix::ListedClass listed(*this, TableOf(levels));
+    const InMask pixels(listed, *this, m_roiRects, m_roiRectCount);
+    return AppendPixels({*this, pixels, Whole(*this)}, {minW, maxW, minH, maxH}, m_visitMap, blobs);
+}
+
+int CTavixImage8::GetRangeBlobListInEllipseROI(int x1, int y1, int x2, int y2, unsigned char low,
+                                               unsigned char high, long minCount, long maxCount,
+                                               CPointArrayArray &blobs) const {
+    const BandClass band(*this, low, high);
+    const tavix::EllipticClass pixels(band, m_width, {x1, y1, x2, y2});
+    return AppendPoints({*this, pixels, tavix::ClipToImage(*this, x1, y1, x2, y2)},
+                        CountBounds{minCount, maxCount}, m_visitMap, blobs);
 }

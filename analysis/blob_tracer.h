@@ -11,10 +11,14 @@
 /// tests neither the image's edge nor the pixel.
 #pragma once
 
+#include "TAVIX20/analysis/pixel_class.h"
+
 #include <algorithm>
+#include <array>
 #include <cstddef>
 #include <cstdint>
 #include <cstring>
+#include <vector>
 
 namespace tavix {
 
@@ -29,32 +33,29 @@ struct BlobTrace {
     bool IsOnePoint() const { return pixelCount == 1; }
 };
 
-/// The pixels of an image with one byte each.
-struct GreyView {
-    const unsigned char *pixels;
-    int width;
-    int height;
-    std::ptrdiff_t stride;
-};
-
 class BlobTracer {
 public:
     /// Bytes of the map for an image of this size.
     static constexpr std::size_t MapSize(int width, int height) {
-        return (static_cast<std::size_t>(width) + 2) * (static_cast<std::size_t>(height) + 2);
+        // Rows are written eight pixels at a time.
+        return (static_cast<std::size_t>(width) + 2) * (static_cast<std::size_t>(height) + 2) + 8;
     }
 
-    /// Prepares the map, MapSize bytes, for the pixels for which isOfClass(grey value) holds.
-    template <typename IsOfClass>
-    BlobTracer(const GreyView &image, unsigned char *map, IsOfClass isOfClass)
-        : m_map(map), m_stride(static_cast<std::ptrdiff_t>(image.width) + 2), m_width(image.width) {
-        std::memset(map, Blocked, MapSize(image.width, image.height));
-        for (int y = 0; y < image.height; ++y) {
-            const unsigned char *const row = image.pixels + y * image.stride;
-            unsigned char *const cells = map + Offset(0, y);
-            for (int x = 0; x < image.width; ++x)
-                cells[x] = isOfClass(row[x]) ? Unvisited : Blocked;
+    /// Prepares the map, MapSize bytes, for the pixels of the class. Throws std::bad_alloc.
+    BlobTracer(const PixelClass &pixels, int width, int height, unsigned char *map)
+        : m_map(map), m_stride(static_cast<std::ptrdiff_t>(width) + 2), m_width(width) {
+        std::memset(map, Blocked, static_cast<std::size_t>(m_stride));
+        std::vector<std::uint64_t> words(WordsOf(width));
+        for (int y = 0; y < height; ++y) {
+            pixels.MarkRow(y, words.data());
+            unsigned char *cells = map + Offset(-1, y);
+            *cells++ = Blocked;
+            for (int x = 0; x < width; x += 8, cells += 8)
+                std::memcpy(cells, &CELLS[words[static_cast<std::size_t>(x) / 64] >> x % 64 & 0xFF],
+                            8);
+            map[Offset(width, y)] = Blocked;
         }
+        std::memset(map + Offset(-1, height), Blocked, static_cast<std::size_t>(m_stride));
     }
 
     bool IsOfClass(int x, int y) const { return m_map[Offset(x, y)] != Blocked; }
@@ -76,12 +77,15 @@ public:
     }
 
     /// Walks from the seed, visited before or not, until the blob or maxCount pixels are done.
-    BlobTrace Trace(int seedX, int seedY, std::int64_t maxCount) {
+    /// Calls visit(x, y) for every pixel taken, the seed first.
+    template <typename Visit>
+    BlobTrace Trace(int seedX, int seedY, std::int64_t maxCount, Visit visit) {
         BlobTrace blob{1, seedX, seedY, seedX, seedY};
         int x = seedX;
         int y = seedY;
         unsigned char *cell = m_map + Offset(x, y);
         *cell = Seed;
+        visit(x, y);
         while (blob.pixelCount < maxCount) {
             if (cell[-1] == Unvisited) {
                 *--cell = CameFromRight;
@@ -119,6 +123,7 @@ public:
                 continue;
             }
             ++blob.pixelCount;
+            visit(x, y);
         }
         return blob;
     }
@@ -133,6 +138,15 @@ private:
         Seed,
         Blocked = 0xFF,
     };
+
+    /// The cells of eight pixels, of which bit n of the index says whether pixel n is of the class.
+    static constexpr auto CELLS = [] {
+        std::array<std::array<unsigned char, 8>, 256> cells{};
+        for (unsigned bits = 0; bits < 256; ++bits)
+            for (unsigned n = 0; n < 8; ++n)
+                cells[bits][n] = (bits >> n & 1) != 0 ? Unvisited : Blocked;
+        return cells;
+    }();
 
     std::ptrdiff_t Offset(int x, int y) const { return (y + 1) * m_stride + x + 1; }
 

@@ -1,5 +1,6 @@
 #include "TAVIX20/analysis/byte_kernels.h"
 
+#include <algorithm>
 #include <cstring>
 #include <numeric>
 
@@ -212,6 +213,67 @@ void MarkRising(const std::uint8_t *bytes, std::size_t wordCount, std::uint64_t 
         words[word] = RisingBits(bytes + 64 * word);
 }
 
+/// Bit i says whether test(at + i) of a vector's bytes holds, for whole vectors; returns how many
+/// bytes that are. Words hold whole vectors.
+template <typename TestAt>
+std::size_t MarkVectors(std::size_t count, std::uint64_t *words, TestAt test) {
+    const hn::CappedTag<std::uint8_t, 64> d;
+    const std::size_t lanes = hn::Lanes(d);
+    std::size_t at = 0;
+    for (; at + 64 <= count; at += 64) {
+        std::uint64_t bits = 0;
+        for (std::size_t part = 0; part < 64; part += lanes) {
+            std::uint8_t packed[8] = {};
+            hn::StoreMaskBits(d, test(d, at + part), packed);
+            std::uint64_t partBits;
+            std::memcpy(&partBits, packed, sizeof partBits);
+            bits |= partBits << part;
+        }
+        words[at / 64] = bits;
+    }
+    return at;
+}
+
+void MarkInBand(const std::uint8_t *bytes, std::size_t count, ByteBand band, std::uint64_t *words) {
+    const auto span = static_cast<std::uint8_t>(band.high - band.low);
+    std::size_t at = MarkVectors(count, words, [=](auto d, std::size_t from) {
+        const auto above = hn::Sub(hn::LoadU(d, bytes + from), hn::Set(d, band.low));
+        return hn::Eq(hn::Min(above, hn::Set(d, span)), above);
+    });
+    if (at == count)
+        return;
+    words[at / 64] = 0;
+    for (; at < count; ++at)
+        words[at / 64] |= std::uint64_t{bytes[at] >= band.low && bytes[at] <= band.high} << at % 64;
+}
+
+void MarkInColourBands(const std::uint8_t *pixels, std::size_t count, const ByteBand *bands,
+                       std::uint64_t *words) {
+    std::size_t at = MarkVectors(count, words, [=](auto d, std::size_t from) {
+        auto blue = hn::Zero(d);
+        auto green = blue;
+        auto red = blue;
+        hn::LoadInterleaved3(d, pixels + 3 * from, blue, green, red);
+        const auto isInside = [d](auto levels, ByteBand band) {
+            const auto span = static_cast<std::uint8_t>(band.high - band.low);
+            const auto above = hn::Sub(levels, hn::Set(d, band.low));
+            return hn::Eq(hn::Min(above, hn::Set(d, span)), above);
+        };
+        return hn::And(isInside(blue, bands[0]),
+                       hn::And(isInside(green, bands[1]), isInside(red, bands[2])));
+    });
+    if (at == count)
+        return;
+    words[at / 64] = 0;
+    for (; at < count; ++at) {
+        bool inside = true;
+        for (std::size_t channel = 0; channel < 3; ++channel)
+            inside = inside && pixels[3 * at + channel] >= bands[channel].low &&
+                     pixels[3 * at + channel] <= bands[channel].high;
+        words[at / 64] |= std::uint64_t{inside} << at % 64;
+    }
+}
+
 } // namespace tavix::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();
 
@@ -226,6 +288,8 @@ HWY_EXPORT(Sum);
 HWY_EXPORT(CountBand);
 HWY_EXPORT(CountFirstOfTwo);
 HWY_EXPORT(MarkRising);
+HWY_EXPORT(MarkInBand);
+HWY_EXPORT(MarkInColourBands);
 
 void LookUp(std::uint8_t *bytes, std::size_t count, const ByteTable &table) {
     HWY_DYNAMIC_DISPATCH(LookUpBytes)(bytes, count, table.data());
@@ -264,6 +328,21 @@ std::uint64_t SumOf(const std::uint8_t *bytes, std::size_t count) {
 
 void MarkRisingPairs(const std::uint8_t *bytes, std::size_t wordCount, std::uint64_t *words) {
     HWY_DYNAMIC_DISPATCH(MarkRising)(bytes, wordCount, words);
+}
+
+void MarkBand(const std::uint8_t *bytes, std::size_t count, ByteBand band, std::uint64_t *words) {
+    if (band.low > band.high)
+        std::fill_n(words, (count + 63) / 64, 0);
+    else
+        HWY_DYNAMIC_DISPATCH(MarkInBand)(bytes, count, band, words);
+}
+
+void MarkColourBands(const std::uint8_t *pixels, std::size_t count, const ByteBand bands[3],
+                     std::uint64_t *words) {
+    if (std::any_of(bands, bands + 3, [](ByteBand band) { return band.low > band.high; }))
+        std::fill_n(words, (count + 63) / 64, 0);
+    else
+        HWY_DYNAMIC_DISPATCH(MarkInColourBands)(pixels, count, bands, words);
 }
 
 } // namespace tavix

@@ -46,4 +46,12 @@ TAVIX_API std::size_t CountTwoLevels(const std::uint8_t *bytes, std::size_t coun
 TAVIX_API void MarkRisingPairs(const std::uint8_t *bytes, std::size_t wordCount,
                                std::uint64_t *words);
 
+/// Bit i of the words, one for each 64 bytes begun, says whether byte i lies in the band; bits
+/// beyond the count are 0.
+TAVIX_API void MarkBand(const std::uint8_t *bytes, std::size_t count, ByteBand band,
+                        std::uint64_t *words);
+/// The same for pixels of three channels, each of which must lie in its own band.
+TAVIX_API void MarkColourBands(const std::uint8_t *pixels, std::size_t count,
+                               const ByteBand bands[3], std::uint64_t *words);
+
 } // namespace tavix

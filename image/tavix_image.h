@@ -43,7 +43,7 @@ using BufferPtr = std::unique_ptr<unsigned char[], BufferDeleter>;
 
 /// Selects the plane that a per-channel operation looks at. On an 8-bit image level 0 means the
 /// grey values; the other levels have none.
-enum ColorLevel {
+enum ColorLevel : int {
     ColorLevelGray = 0, ///< (blue + green + red) / 3, integer division.
     ColorLevelRed = 1,
     ColorLevelGreen = 2,
@@ -215,6 +215,12 @@ public:
     virtual void HistoStretch() = 0;
     /// A new image of the same class with the same pixels.
     virtual CTavixImage *Clone() const = 0;
+    /// Replaces the points by the pixels of the one blob that contains (x, y): 4-connected, each
+    /// level, or each channel, within the tolerance of that at (x, y). They come in the order of
+    /// the walk (analysis/blob_engine.h), (x, y) first. Returns their number; 0, with the points as
+    /// they were, for a point outside the image and when memory runs out.
+    virtual int GetPieceBlobAtPoint(int x, int y, unsigned char tolerance,
+                                    TavixArray::CPointArray &points) const = 0;
 
     const unsigned char *GetImagePtr() const { return m_buffer.get(); }
 
@@ -256,6 +262,17 @@ public:
     /// LoadImageA, then GetImage24. Empty for channel counts other than 1 and 3; null as
     /// LoadImageA.
     static CTavixImage24 *LoadImage24(const char *path);
+
+    /// How alike two images of the same size and class are, -1 to 1: the normalised correlation of
+    /// their bytes less their means (Lewis, "Fast normalized cross-correlation", 1995), over the
+    /// pixels. 1 for equal images; 0 where one of them is of one level throughout, and for null,
+    /// another size or class.
+    double Match(const CTavixImage *other) const;
+    /// A new grey image with an ellipse of one level on another: the ellipse inscribed between the
+    /// centres of the image's corner pixels. The caller deletes it. Null where no such image can be
+    /// made.
+    static CTavixImage8 *CreateEllipseImage(int width, int height, unsigned char inside,
+                                            unsigned char outside);
 
     /// Euclidean distance, not truncated.
     static double Distance(int x1, int y1, int x2, int y2);
@@ -349,7 +366,7 @@ protected:
     tavix::BufferPtr m_buffer;
     /// What blob traces note of each pixel (analysis/blob_tracer.h); made at the first blob call,
     /// dropped with the buffer it belongs to.
-    std::unique_ptr<unsigned char[]> m_visitMap;
+    mutable std::unique_ptr<unsigned char[]> m_visitMap;
     int m_width = 0;
     int m_height = 0;
     int m_bitCount;

@@ -3,6 +3,8 @@
 
 #include "TAVIX20/image/tavix_image.h"
 
+class CBlobRectArray;
+
 class TAVIX_API CTavixImage24 : public CTavixImage {
 public:
     CTavixImage24() : CTavixImage(24) {}
@@ -67,6 +69,20 @@ public:
     void Fill(unsigned long colour);
     /// Sets every pixel that is exactly from to the colour to.
     void FillTo(unsigned long from, unsigned long to);
+
+    /// Blob analysis as in CTavixImage8, of the pixels whose red, green and blue each lie within
+    /// the tolerance of the reference. Blobs are accepted by minW - 1 <= right - left <= maxW - 1
+    /// and minH - 1 <= bottom - top <= maxH - 1: the lower bounds count pixels.
+    int GetBlobList(unsigned char red, unsigned char green, unsigned char blue,
+                    unsigned char redTolerance, unsigned char greenTolerance,
+                    unsigned char blueTolerance, long minW, long maxW, long minH, long maxH,
+                    CBlobRectArray &blobs) const;
+    int GetBlobList(int x1, int y1, int x2, int y2, unsigned char red, unsigned char green,
+                    unsigned char blue, unsigned char redTolerance, unsigned char greenTolerance,
+                    unsigned char blueTolerance, long minW, long maxW, long minH, long maxH,
+                    CBlobRectArray &blobs) const;
+    int GetPieceBlobAtPoint(int x, int y, unsigned char tolerance,
+                            TavixArray::CPointArray &points) const override;
 
     /// One plane as a new grey image of the same size, which the caller deletes; of an image
     /// without pixels an empty one. Null when memory runs out.

@@ -9,8 +9,10 @@
 class CBlobRectArray;
 
 namespace TavixArray {
+class CPixelArrayArray;
 class CPointArrayArray;
-}
+class CSortByteArray;
+} // namespace TavixArray
 
 class TAVIX_API CTavixImage8 : public CTavixImage {
 public:
@@ -152,17 +154,80 @@ public:
     /// following", 1985.
     int ContourTrace(TavixArray::CPointArrayArray &contours) const;
 
-    /// Counts the 4-connected blobs of pixels equal to value that have minCount to maxCount pixels.
-    /// The trace of a blob stops at maxCount pixels: such a blob counts, and what remains of it is
-    /// traced anew, also from pixels that were visited. 0 without a buffer or when a bound is below
-    /// 1. See analysis/blob_tracer.h for the rules.
-    int GetBlobList(int value, long minCount, long maxCount);
-    /// Replaces the array by a record for each 4-connected blob of pixels equal to value with
-    /// minW <= right - left <= maxW - 1 and minH <= bottom - top <= maxH - 1, in the raster order
-    /// of their first pixels. A blob of one pixel is taken when minW and minH are exactly 1.
-    /// Returns the number of records; 0, and the array as it was, without a buffer, when minW or
-    /// maxW is below 1 or when memory runs out.
-    int GetBlobList(int value, long minW, long maxW, long minH, long maxH, CBlobRectArray &blobs);
+    /// Blob analysis. Blobs are 4-connected regions of pixels of one class: equal to a value; above
+    /// a threshold for a value of 255, and up to it for 0 (no pixel for any other value); in a band
+    /// of levels; or of a listed level. The band and the listed forms also keep to the mask, where
+    /// one is set. The members with a rectangle (inclusive; cut to the image) begin blobs at pixels
+    /// in it, from where they may lead out. Results come in raster order of the blobs' first pixels
+    /// there. See analysis/blob_engine.h for the rules.
+    ///
+    /// By minCount and maxCount blobs are accepted by their number of pixels, and a trace stops at
+    /// maxCount: such a blob counts, and what remains of it is traced anew, also from pixels that
+    /// were visited. By minW to maxH they are accepted by minW <= right - left <= maxW - 1 and minH
+    /// <= bottom - top <= maxH - 1; a blob of one pixel when minW and minH are exactly 1.
+    ///
+    /// All members return 0, with their output as it was, without a buffer, when one of the first
+    /// two bounds is below 1, for a rectangle that is reversed or outside the image, and when
+    /// memory runs out. With a threshold, a pixel of a blob that comes after its first one is a
+    /// blob of one pixel once more when no neighbour is equal to value, raw; callers rely on that.
+
+    /// The number of blobs.
+    int GetBlobList(int value, long minCount, long maxCount) const;
+    int GetRangeBlobList(unsigned char low, unsigned char high, long minCount, long maxCount) const;
+
+    /// Append a list of its pixels for each blob, in the order of the walk, and return the number
+    /// of lists in the array.
+    int GetBlobList(int value, long minCount, long maxCount,
+                    TavixArray::CPointArrayArray &blobs) const;
+    int GetBlobList(int threshold, int value, long minCount, long maxCount,
+                    TavixArray::CPointArrayArray &blobs) const;
+    int GetBlobList(int x1, int y1, int x2, int y2, int value, long minW, long maxW, long minH,
+                    long maxH, TavixArray::CPointArrayArray &blobs) const;
+    int GetBlobList(int x1, int y1, int x2, int y2, int threshold, int value, long minCount,
+                    long maxCount, TavixArray::CPointArrayArray &blobs) const;
+    int GetRangeBlobList(unsigned char low, unsigned char high, long minCount, long maxCount,
+                         TavixArray::CPointArrayArray &blobs) const;
+    int GetRangeBlobList(const TavixArray::CSortByteArray &levels, long minCount, long maxCount,
+                         TavixArray::CPointArrayArray &blobs) const;
+    /// The pixels also lie in the ellipse inscribed between the centres of the rectangle's corner
+    /// pixels, and no mask matters.
+    int GetRangeBlobListInEllipseROI(int x1, int y1, int x2, int y2, unsigned char low,
+                                     unsigned char high, long minCount, long maxCount,
+                                     TavixArray::CPointArrayArray &blobs) const;
+    /// The same with the level of each pixel, parameter 0.
+    int GetRangeBlobList(unsigned char low, unsigned char high, long minW, long maxW, long minH,
+                         long maxH, TavixArray::CPixelArrayArray &blobs) const;
+    int GetRangeBlobList(const TavixArray::CSortByteArray &levels, long minW, long maxW, long minH,
+                         long maxH, TavixArray::CPixelArrayArray &blobs) const;
+
+    /// Replace the array by a record for each blob and return their number.
+    int GetBlobList(int value, long minW, long maxW, long minH, long maxH,
+                    CBlobRectArray &blobs) const;
+    int GetBlobList(int threshold, int value, long minW, long maxW, long minH, long maxH,
+                    CBlobRectArray &blobs) const;
+    int GetBlobList(int x1, int y1, int x2, int y2, int value, long minW, long maxW, long minH,
+                    long maxH, CBlobRectArray &blobs) const;
+    int GetBlobList(int x1, int y1, int x2, int y2, int threshold, int value, long minW, long maxW,
+                    long minH, long maxH, CBlobRectArray &blobs) const;
+    int GetRangeBlobList(unsigned char low, unsigned char high, long minW, long maxW, long minH,
+                         long maxH, CBlobRectArray &blobs) const;
+    int GetRangeBlobList(const TavixArray::CSortByteArray &levels, long minW, long maxW, long minH,
+                         long maxH, CBlobRectArray &blobs) const;
+
+    int GetPieceBlobAtPoint(int x, int y, unsigned char tolerance,
+                            TavixArray::CPointArray &points) const override;
+    /// The same with the levels low to high, at most maxCount pixels (0: no limit). When (x, y) is
+    /// not of such a level, 0 with the points as they were.
+    int GetPieceBlobAtPoint(int x, int y, int low, int high, int maxCount,
+                            TavixArray::CPointArray &points) const;
+
+    /// The mean position of the pixels above the threshold (value 255), or up to it (0), truncated;
+    /// (0, 0) without such pixels. The second form looks at the rectangle, as the blob members do.
+    void GetGravityPoint(int threshold, unsigned char value, long *cx, long *cy) const;
+    void GetGravityPoint(int x1, int y1, int x2, int y2, int threshold, unsigned char value,
+                         long *cx, long *cy) const;
+    /// Match with the ellipse of 255 on 0 that fills the image; 0 where none can be made.
+    double GetRoundness() const;
 
 private:
     struct FreeDeleter {

@@ -1,0 +1,298 @@
+#include "TAVIX20/analysis/blob_engine.h"
+
+#include "TAVIX20/analysis/blob_tracer.h"
+#include "TAVIX20/analysis/run_labeling.h"
+#include "TAVIX20/containers/blob_rect_array.h"
+
+#include <algorithm>
+#include <limits>
+#include <new>
+#include <utility>
+#include <vector>
+
+namespace tavix {
+
+namespace {
+
+constexpr std::int64_t NO_CAP = std::numeric_limits<std::int64_t>::max();
+
+bool IsWhole(const BlobSource &source) {
+    const SeedArea &area = source.area;
+    return area.x1 == 0 && area.y1 == 0 && area.x2 == source.width - 1 &&
+           area.y2 == source.height - 1;
+}
+
+/// The bits of a row's pixels that have no 4-neighbour of a class; rows are asked for from the top
+/// down.
+class LonePixels {
+public:
+    LonePixels(const PixelClass &neighbours, int width, int height)
+        : m_neighbours(neighbours),
+          m_height(height),
+          m_above(WordsOf(width)),
+          m_here(WordsOf(width)),
+          m_below(WordsOf(width)) {}
+
+    /// Clears the bits of pixels with a neighbour.
+    void Keep(int y, std::uint64_t *words) {
+        while (m_next <= y + 1) {
+            m_above.swap(m_here);
+            m_here.swap(m_below);
+            if (m_next >= 0 && m_next < m_height)
+                m_neighbours.MarkRow(m_next, m_below.data());
+            else
+                std::ranges::fill(m_below, 0);
+            ++m_next;
+        }
+        for (std::size_t i = 0; i < m_here.size(); ++i) {
+            const std::uint64_t fromLeft =
+                m_here[i] << 1 | (i > 0 ? m_here[i - 1] >> (WORD_BITS - 1) : 0);
+            const std::uint64_t fromRight =
+                m_here[i] >> 1 | (i + 1 < m_here.size() ? m_here[i + 1] << (WORD_BITS - 1) : 0);
+            words[i] &= ~(fromLeft | fromRight | m_above[i] | m_below[i]);
+        }
+    }
+
+private:
+    const PixelClass &m_neighbours;
+    int m_height;
+    int m_next = -1; ///< The row that comes next; the rows held end before it.
+    std::vector<std::uint64_t> m_above;
+    std::vector<std::uint64_t> m_here;
+    std::vector<std::uint64_t> m_below;
+};
+
+/// Runs the operation with the visit map, made if there is none yet.
+template <typename Operation>
+std::optional<int> WithTracer(const PixelClass &pixels, int width, int height, VisitMap &map,
+                              Operation operation) {
+    try {
+        if (!map)
+            map.reset(new unsigned char[BlobTracer::MapSize(width, height)]);
+        BlobTracer tracer(pixels, width, height, map.get());
+        return operation(tracer);
+    } catch (const std::bad_alloc &) {
+        return std::nullopt;
+    }
+}
+
+/// All seeds of the area, with traces that stop at a number of pixels. As long as none was stopped,
+/// visited seeds are passed over: they have neighbours of the class.
+template <typename Visit, typename Take>
+int WalkCapped(const BlobSource &source, const CountBounds &bounds, BlobTracer &tracer, Visit visit,
+               Take take) {
+    const SeedArea &area = source.area;
+    // Only another rule for neighbours can make a blob of a visited seed.
+    const bool mayRepeat = source.neighbours && bounds.minCount <= 1;
+    std::optional<LonePixels> lone;
+    std::vector<std::uint64_t> loneBits(WordsOf(source.width));
+    if (mayRepeat)
+        lone.emplace(*source.neighbours, source.width, source.height);
+    bool wasStopped = false;
+    int count = 0;
+    for (int y = area.y1; y <= area.y2; ++y) {
+        if (lone) {
+            std::ranges::fill(loneBits, ~std::uint64_t{0});
+            lone->Keep(y, loneBits.data());
+        }
+        for (int x = area.x1; x <= area.x2; ++x) {
+            if (!wasStopped && !mayRepeat)
+                x = tracer.FindUnvisited(x, y);
+            if (x > area.x2)
+                break;
+            if (!tracer.IsOfClass(x, y))
+                continue;
+            const BlobTrace blob = tracer.Trace(x, y, bounds.maxCount, visit);
+            wasStopped = wasStopped || blob.pixelCount == bounds.maxCount;
+            const bool hasNeighbour =
+                lone ? (loneBits[static_cast<std::size_t>(x) / WORD_BITS] >> x % WORD_BITS & 1) == 0
+                     : tracer.HasNeighbour(x, y);
+            const bool isTaken = blob.IsOnePoint() ? bounds.minCount == 1 && !hasNeighbour
+                                                   : bounds.minCount <= blob.pixelCount;
+            count += isTaken ? 1 : 0;
+            take(isTaken);
+        }
+    }
+    return count;
+}
+
+void AddRun(CBlobRectArray &blobs, const RunLabeling::Run &root, int top) {
+    blobs.Add(root.left, top, root.right, root.bottom, static_cast<long>(root.pixelCount));
+}
+
+bool Accept(const SizeBounds &bounds, const RunLabeling::Run &root, int top) {
+    return root.pixelCount == 1
+               ? bounds.TakesOnePixel()
+               : bounds.Accept(long{root.right} - root.left, long{root.bottom} - top);
+}
+
+/// Blobs of the whole image: their order is that of the roots.
+int ListRoots(const RunLabeling &labeling, int height, const SizeBounds &bounds,
+              CBlobRectArray &blobs) {
+    int count = 0;
+    for (int y = 0; y < height; ++y) {
+        const auto row = static_cast<std::size_t>(y);
+        for (std::uint32_t run = labeling.Rows()[row]; run < labeling.Rows()[row + 1]; ++run)
+            if (labeling.IsRoot(run) && Accept(bounds, labeling.Runs()[run], y)) {
+                AddRun(blobs, labeling.Runs()[run], y);
+                ++count;
+            }
+    }
+    return count;
+}
+
+/// Blobs in the order of their first pixels in the area, and among them the later pixels that are
+/// lone by the source's own rule.
+int ListSeeds(RunLabeling &labeling, const BlobSource &source, const SizeBounds &bounds,
+              CBlobRectArray &blobs) {
+    labeling.PointAtRoots();
+    const auto &runs = labeling.Runs();
+    const auto &rows = labeling.Rows();
+    const auto topOf = [&rows](std::uint32_t run) {
+        return static_cast<int>(std::ranges::upper_bound(rows, run) - rows.begin()) - 1;
+    };
+    const std::size_t wordCount = WordsOf(source.width);
+    std::vector<std::uint64_t> words(wordCount);
+    std::vector<bool> isListed(runs.size(), false);
+    const bool mayRepeat = source.neighbours && bounds.TakesOnePixel();
+    std::optional<LonePixels> lone;
+    if (mayRepeat)
+        lone.emplace(*source.neighbours, source.width, source.height);
+    int count = 0;
+    for (int y = source.area.y1; y <= source.area.y2; ++y) {
+        source.pixels.MarkRow(y, words.data());
+        std::uint32_t run = rows[static_cast<std::size_t>(y)];
+        // The first seeds of blobs in this row, in order.
+        std::vector<std::pair<int, std::uint32_t>> firsts;
+        ForEachRun(words.data(), wordCount, source.width, [&](int start, int end) {
+            const std::uint32_t root = runs[run++].parent;
+            const int x = std::max(start, source.area.x1);
+            if (x > source.area.x2 || x >= end || isListed[root])
+                return;
+            isListed[root] = true;
+            firsts.emplace_back(x, root);
+        });
+        auto first = firsts.begin();
+        const auto listBlob = [&] {
+            const int top = topOf(first->second);
+            if (Accept(bounds, runs[first->second], top)) {
+                AddRun(blobs, runs[first->second], top);
+                ++count;
+            }
+            ++first;
+        };
+        if (lone) {
+            KeepSpan(words.data(), wordCount, source.area.x1, source.area.x2);
+            lone->Keep(y, words.data());
+            ForEachBit(words.data(), wordCount, [&](int x) {
+                while (first != firsts.end() && first->first < x)
+                    listBlob();
+                if (first != firsts.end() && first->first == x)
+                    return listBlob();
+                blobs.Add(x, y, x, y, 1);
+                ++count;
+            });
+        }
+        while (first != firsts.end())
+            listBlob();
+    }
+    return count;
+}
+
+} // namespace
+
+std::optional<SeedArea> ClipToImage(const CTavixImage &image, int x1, int y1, int x2, int y2) {
+    const SeedArea area{std::max(x1, 0), std::max(y1, 0), std::min(x2, image.GetWidth() - 1),
+                        std::min(y2, image.GetHeight() - 1)};
+    if (area.x1 > area.x2 || area.y1 > area.y2)
+        return std::nullopt;
+    return area;
+}
+
+std::optional<int> CountBlobs(const BlobSource &source, const CountBounds &bounds, VisitMap &map) {
+    return WithTracer(source.pixels, source.width, source.height, map, [&](BlobTracer &tracer) {
+        return WalkCapped(
+            source, bounds, tracer, [](int, int) {}, [](bool) {});
+    });
+}
+
+std::optional<int> CollectBlobs(const BlobSource &source, const CountBounds &bounds, VisitMap &map,
+                                const TakePoints &take) {
+    return WithTracer(source.pixels, source.width, source.height, map, [&](BlobTracer &tracer) {
+        std::vector<POINT> points;
+        return WalkCapped(
+            source, bounds, tracer,
+            [&points](int x, int y) {
+                points.push_back({x, y});
+            },
+            [&](bool isTaken) {
+                if (isTaken)
+                    take(points);
+                points.clear();
+            });
+    });
+}
+
+std::optional<int> CollectBlobs(const BlobSource &source, const SizeBounds &bounds, VisitMap &map,
+                                const TakePoints &take) {
+    return WithTracer(source.pixels, source.width, source.height, map, [&](BlobTracer &tracer) {
+        std::vector<POINT> points;
+        const SeedArea &area = source.area;
+        int count = 0;
+        // Traces are not stopped here, so a visited seed would only be refused: it is passed over,
+        // and a trace of one pixel has no neighbour of the class.
+        for (int y = area.y1; y <= area.y2; ++y)
+            for (int x = tracer.FindUnvisited(area.x1, y); x <= area.x2;
+                 x = x < area.x2 ? tracer.FindUnvisited(x + 1, y) : source.width) {
+                points.clear();
+                const BlobTrace blob = tracer.Trace(x, y, NO_CAP, [&points](int px, int py) {
+                    points.push_back({px, py});
+                });
+                const bool isTaken =
+                    blob.IsOnePoint()
+                        ? bounds.TakesOnePixel()
+                        : bounds.Accept(long{blob.right} - blob.left, long{blob.bottom} - blob.top);
+                if (isTaken) {
+                    take(points);
+                    ++count;
+                }
+            }
+        return count;
+    });
+}
+
+std::optional<int> ListBlobs(const BlobSource &source, const SizeBounds &bounds,
+                             CBlobRectArray &blobs) {
+    try {
+        RunLabeling labeling(source.pixels, source.width, source.height);
+        CBlobRectArray found;
+        const bool inOrderOfRoots =
+            IsWhole(source) && !(source.neighbours && bounds.TakesOnePixel());
+        const int count = inOrderOfRoots ? ListRoots(labeling, source.height, bounds, found)
+                                         : ListSeeds(labeling, source, bounds, found);
+        if (found.GetElementCount() != count)
+            return std::nullopt;
+        found.SetCount(count);
+        blobs = std::move(found);
+        return count;
+    } catch (const std::bad_alloc &) {
+        return std::nullopt;
+    }
+}
+
+bool CollectPiece(const PixelClass &pixels, int width, int height, const POINT &seed, long maxCount,
+                  VisitMap &map, const TakePoints &take) {
+    const auto count = WithTracer(pixels, width, height, map, [&](BlobTracer &tracer) {
+        std::vector<POINT> points;
+        if (!tracer.IsOfClass(seed.x, seed.y))
+            return 0;
+        tracer.Trace(seed.x, seed.y, maxCount > 0 ? maxCount : NO_CAP, [&points](int x, int y) {
+            points.push_back({x, y});
+        });
+        take(points);
+        return 1;
+    });
+    return count == 1;
+}
+
+} // namespace tavix

@@ -1,0 +1,94 @@
+/// Blob analysis, told once. Every operation is a class of pixels (PixelClass), an area in which
+/// blobs begin, a filter, and what is made of an accepted blob.
+///
+/// Seeds are the class pixels of the area in raster order, also those that an earlier trace
+/// visited. A trace collects what is 4-connected to its seed, over the whole image. A trace of one
+/// pixel is a blob only when the pixel has no neighbour of the class, and the lower bounds are 1:
+/// that keeps visited seeds from being counted again.
+///
+/// Two engines give the same. The walk (blob_tracer.h) serves what depends on the order of the
+/// pixels or on a cap: a trace that stops at a number of pixels leaves its remainder to later
+/// seeds. Boxes and counts without a cap come from runs (run_labeling.h).
+#pragma once
+
+#include "TAVIX20/analysis/pixel_class.h"
+
+#include <functional>
+#include <memory>
+#include <optional>
+#include <span>
+
+class CBlobRectArray;
+
+namespace tavix {
+
+/// Where blobs begin: inclusive.
+struct SeedArea {
+    int x1;
+    int y1;
+    int x2;
+    int y2;
+};
+
+/// The part of the rectangle that lies in the image; nothing for reversed corners and without such.
+std::optional<SeedArea> ClipToImage(const CTavixImage &image, int x1, int y1, int x2, int y2);
+
+/// Accepts by right - left and bottom - top; the upper bounds are exclusive. A blob of one pixel is
+/// taken exactly when both lower bounds are 1.
+struct SizeBounds {
+    long minWidth;
+    long maxWidth;
+    long minHeight;
+    long maxHeight;
+    long slack = 0; ///< How much less than the lower bounds will do.
+
+    /// Without sense, or for more than one seed to be a blob of one pixel.
+    bool Refuses() const { return minWidth < 1 || maxWidth < 1; }
+    bool TakesOnePixel() const { return minWidth == 1 && minHeight == 1; }
+    bool Accept(long width, long height) const {
+        return minWidth - slack <= width && width < maxWidth && minHeight - slack <= height &&
+               height < maxHeight;
+    }
+};
+
+/// Accepts by the number of pixels; traces stop at maxCount.
+struct CountBounds {
+    long minCount;
+    long maxCount;
+
+    bool Refuses() const { return minCount < 1 || maxCount < 1; }
+};
+
+/// The pixels of one operation.
+struct BlobSource {
+    const PixelClass &pixels;
+    int width;
+    int height;
+    SeedArea area;
+    /// Which neighbours keep a trace of one pixel from being a blob; null for those of the class.
+    /// They are a part of the class, so only visited seeds tell the difference.
+    const PixelClass *neighbours = nullptr;
+};
+
+/// The visit map of an image, which the walk needs.
+using VisitMap = std::unique_ptr<unsigned char[]>;
+
+/// What is done with an accepted blob's pixels, in visiting order.
+using TakePoints = std::function<void(std::span<const POINT>)>;
+
+/// Each returns the number of accepted blobs; nothing when memory runs out.
+std::optional<int> CountBlobs(const BlobSource &source, const CountBounds &bounds, VisitMap &map);
+std::optional<int> CollectBlobs(const BlobSource &source, const CountBounds &bounds, VisitMap &map,
+                                const TakePoints &take);
+std::optional<int> CollectBlobs(const BlobSource &source, const SizeBounds &bounds, VisitMap &map,
+                                const TakePoints &take);
+/// Replaces the records.
+std::optional<int> ListBlobs(const BlobSource &source, const SizeBounds &bounds,
+                             CBlobRectArray &blobs);
+
+/// Hands over the pixels of the one blob at the seed, at most maxCount; false when the seed is not
+/// of the class or memory runs out.
+bool CollectPiece(const PixelClass &pixels, int width, int height, const POINT &seed, long maxCount,
+                  VisitMap &map, const TakePoints &take);
+
+} // namespace tavix
