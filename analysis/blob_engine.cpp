@@ -116,69 +116,88 @@ int WalkCapped(const BlobSource &source, const CountBounds &bounds, BlobTracer &
     return count;
 }
 
-void AddRun(CBlobRectArray &blobs, const RunLabeling::Run &root, int top) {
-    blobs.Add(root.left, top, root.right, root.bottom, static_cast<long>(root.pixelCount));
+bool Accept(const SizeBounds &bounds, const RunLabeling::Component &component) {
+    return component.pixelCount == 1 ? bounds.TakesOnePixel()
+                                     : bounds.Accept(long{component.right} - component.left,
+                                                     long{component.bottom} - component.top);
 }
 
-bool Accept(const SizeBounds &bounds, const RunLabeling::Run &root, int top) {
-    return root.pixelCount == 1
-               ? bounds.TakesOnePixel()
-               : bounds.Accept(long{root.right} - root.left, long{root.bottom} - top);
+_stBlobRect RecordOf(const RunLabeling::Component &component) {
+    return {component.left,
+            component.top,
+            component.right,
+            component.bottom,
+            static_cast<long>(component.pixelCount),
+            0,
+            0,
+            {}};
 }
 
-/// Blobs of the whole image: their order is that of the roots.
-int ListRoots(const RunLabeling &labeling, int height, const SizeBounds &bounds,
-              CBlobRectArray &blobs) {
+/// Replaces the array's records by those of count blobs; false, and the array as it was, when
+/// memory runs out. Room is made once; an array that has it keeps it.
+template <typename NextRecord>
+bool Fill(CBlobRectArray &blobs, int count, NextRecord next) {
+    blobs.SetCount(count);
+    if (blobs.GetElementCount() != count)
+        return false;
+    if (count > 0)
+        std::generate_n(&blobs[0], count, next);
+    return true;
+}
+
+/// Blobs of the whole image: their order is that of the components.
+std::optional<int> ListComponents(const BlobSource &source, const SizeBounds &bounds,
+                                  CBlobRectArray &blobs) {
+    const RunLabeling labeling(source.pixels, source.width, source.height,
+                               RunLabeling::Runs::Forgotten);
+    const auto &components = labeling.Components();
+    const auto isBlob = [&](std::uint32_t i) {
+        return labeling.IsWhole(i) && Accept(bounds, components[i]);
+    };
     int count = 0;
-    for (int y = 0; y < height; ++y) {
-        const auto row = static_cast<std::size_t>(y);
-        for (std::uint32_t run = labeling.Rows()[row]; run < labeling.Rows()[row + 1]; ++run)
-            if (labeling.IsRoot(run) && Accept(bounds, labeling.Runs()[run], y)) {
-                AddRun(blobs, labeling.Runs()[run], y);
-                ++count;
-            }
-    }
-    return count;
+    for (std::uint32_t i = 0; i < components.size(); ++i)
+        count += isBlob(i) ? 1 : 0;
+    std::uint32_t next = 0;
+    const bool isFilled = Fill(blobs, count, [&] {
+        while (!isBlob(next))
+            ++next;
+        return RecordOf(components[next++]);
+    });
+    return isFilled ? std::optional(count) : std::nullopt;
 }
 
 /// Blobs in the order of their first pixels in the area, and among them the later pixels that are
 /// lone by the source's own rule.
-int ListSeeds(RunLabeling &labeling, const BlobSource &source, const SizeBounds &bounds,
-              CBlobRectArray &blobs) {
-    labeling.PointAtRoots();
-    const auto &runs = labeling.Runs();
-    const auto &rows = labeling.Rows();
-    const auto topOf = [&rows](std::uint32_t run) {
-        return static_cast<int>(std::ranges::upper_bound(rows, run) - rows.begin()) - 1;
-    };
+std::optional<int> ListSeeds(const BlobSource &source, const SizeBounds &bounds,
+                             CBlobRectArray &blobs) {
+    const RunLabeling labeling(source.pixels, source.width, source.height,
+                               RunLabeling::Runs::Noted);
+    const auto &components = labeling.Components();
     const std::size_t wordCount = WordsOf(source.width);
     std::vector<std::uint64_t> words(wordCount);
-    std::vector<bool> isListed(runs.size(), false);
-    const bool mayRepeat = source.neighbours && bounds.TakesOnePixel();
+    std::vector<bool> isListed(components.size(), false);
     std::optional<LonePixels> lone;
-    if (mayRepeat)
+    if (source.neighbours && bounds.TakesOnePixel())
         lone.emplace(*source.neighbours, source.width, source.height);
-    int count = 0;
+    // Where blobs begin in the row, in order.
+    std::vector<std::pair<int, std::uint32_t>> firsts;
+    std::vector<_stBlobRect> records;
     for (int y = source.area.y1; y <= source.area.y2; ++y) {
         source.pixels.MarkRow(y, words.data());
-        std::uint32_t run = rows[static_cast<std::size_t>(y)];
-        // The first seeds of blobs in this row, in order.
-        std::vector<std::pair<int, std::uint32_t>> firsts;
+        std::size_t run = labeling.Rows()[static_cast<std::size_t>(y)];
+        firsts.clear();
         ForEachRun(words.data(), wordCount, source.width, [&](int start, int end) {
-            const std::uint32_t root = runs[run++].parent;
+            const std::uint32_t component = labeling.ComponentsOfRuns()[run++];
             const int x = std::max(start, source.area.x1);
-            if (x > source.area.x2 || x >= end || isListed[root])
+            if (x > source.area.x2 || x >= end || isListed[component])
                 return;
-            isListed[root] = true;
-            firsts.emplace_back(x, root);
+            isListed[component] = true;
+            firsts.emplace_back(x, component);
         });
         auto first = firsts.begin();
-        const auto listBlob = [&] {
-            const int top = topOf(first->second);
-            if (Accept(bounds, runs[first->second], top)) {
-                AddRun(blobs, runs[first->second], top);
-                ++count;
-            }
+        const auto listFirst = [&] {
+            if (Accept(bounds, components[first->second]))
+                records.push_back(RecordOf(components[first->second]));
             ++first;
         };
         if (lone) {
@@ -186,17 +205,18 @@ int ListSeeds(RunLabeling &labeling, const BlobSource &source, const SizeBounds 
             lone->Keep(y, words.data());
             ForEachBit(words.data(), wordCount, [&](int x) {
                 while (first != firsts.end() && first->first < x)
-                    listBlob();
+                    listFirst();
                 if (first != firsts.end() && first->first == x)
-                    return listBlob();
-                blobs.Add(x, y, x, y, 1);
-                ++count;
+                    return listFirst();
+                records.push_back({x, y, x, y, 1, 0, 0, {}});
             });
         }
         while (first != firsts.end())
-            listBlob();
+            listFirst();
     }
-    return count;
+    const auto count = static_cast<int>(records.size());
+    auto next = records.begin();
+    return Fill(blobs, count, [&next] { return *next++; }) ? std::optional(count) : std::nullopt;
 }
 
 } // namespace
@@ -264,17 +284,8 @@ std::optional<int> CollectBlobs(const BlobSource &source, const SizeBounds &boun
 std::optional<int> ListBlobs(const BlobSource &source, const SizeBounds &bounds,
                              CBlobRectArray &blobs) {
     try {
-        RunLabeling labeling(source.pixels, source.width, source.height);
-        CBlobRectArray found;
-        const bool inOrderOfRoots =
-            IsWhole(source) && !(source.neighbours && bounds.TakesOnePixel());
-        const int count = inOrderOfRoots ? ListRoots(labeling, source.height, bounds, found)
-                                         : ListSeeds(labeling, source, bounds, found);
-        if (found.GetElementCount() != count)
-            return std::nullopt;
-        found.SetCount(count);
-        blobs = std::move(found);
-        return count;
+        const bool inOrder = IsWhole(source) && !(source.neighbours && bounds.TakesOnePixel());
+        return inOrder ? ListComponents(source, bounds, blobs) : ListSeeds(source, bounds, blobs);
     } catch (const std::bad_alloc &) {
         return std::nullopt;
     }

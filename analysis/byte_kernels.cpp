@@ -33,6 +33,17 @@ void ForEachVector(std::uint8_t *bytes, std::size_t count, Process process) {
     }
 }
 
+/// The bits of a mask of at most 64 bytes.
+template <typename D>
+HWY_INLINE std::uint64_t BitsOf(D d, hn::Mask<D> mask) {
+    std::uint8_t packed[8];
+    hn::StoreMaskBits(d, mask, packed);
+    // Exactly what was stored, so that the load need not wait for the store to reach the cache.
+    std::uint64_t bits = 0;
+    std::memcpy(&bits, packed, (hn::MaxLanes(d) + 7) / 8);
+    return bits;
+}
+
 /// Replaces every byte by change(bytes).
 template <typename Change>
 void ChangeEach(std::uint8_t *bytes, std::size_t count, Change change) {
@@ -197,11 +208,7 @@ std::uint64_t RisingBits(const std::uint8_t *bytes) {
     std::uint64_t bits = 0;
     for (std::size_t at = 0; at < 64; at += lanes) {
         const auto rising = hn::Lt(hn::LoadU(d, bytes + at), hn::LoadU(d, bytes + at + 1));
-        std::uint8_t packed[8] = {};
-        hn::StoreMaskBits(d, rising, packed);
-        std::uint64_t part;
-        std::memcpy(&part, packed, sizeof part);
-        bits |= part << at;
+        bits |= BitsOf(d, rising) << at;
     }
     return bits;
 }
@@ -223,11 +230,7 @@ std::size_t MarkVectors(std::size_t count, std::uint64_t *words, TestAt test) {
     for (; at + 64 <= count; at += 64) {
         std::uint64_t bits = 0;
         for (std::size_t part = 0; part < 64; part += lanes) {
-            std::uint8_t packed[8] = {};
-            hn::StoreMaskBits(d, test(d, at + part), packed);
-            std::uint64_t partBits;
-            std::memcpy(&partBits, packed, sizeof partBits);
-            bits |= partBits << part;
+            bits |= BitsOf(d, test(d, at + part)) << part;
         }
         words[at / 64] = bits;
     }

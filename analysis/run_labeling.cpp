@@ -3,116 +3,152 @@
 #include <algorithm>
 #include <bit>
 
-namespace tavix {
+#undef HWY_TARGET_INCLUDE
+#define HWY_TARGET_INCLUDE "TAVIX20/analysis/run_labeling.cpp"
+#include <hwy/foreach_target.h>
+#include <hwy/highway.h>
 
-namespace {
+// The loops below use no vectors, but are several times as fast where bits are counted and found by
+// an instruction.
+HWY_BEFORE_NAMESPACE();
+namespace tavix::HWY_NAMESPACE {
 
-constexpr unsigned LAST_BIT = WORD_BITS - 1;
+using Component = RunLabeling::Component;
 
-/// The bits up to and including this one.
-std::uint64_t UpTo(int bit) {
-    return ~std::uint64_t{0} >> (static_cast<int>(LAST_BIT) - bit);
+/// Writes start and end of each run; returns how many runs there are.
+std::size_t FindRuns(const std::uint64_t *words, std::size_t wordCount, int width,
+                     std::int32_t *edges) {
+    std::int32_t *edge = edges;
+    ForEachRun(words, wordCount, width, [&edge](int start, int end) {
+        edge[0] = start;
+        edge[1] = end;
+        edge += 2;
+    });
+    return static_cast<std::size_t>(edge - edges) / 2;
 }
 
 /// Walks over the words of a row and knows where runs start.
 class Starts {
 public:
-    explicit Starts(std::uint32_t firstRun) : m_before(firstRun) {}
-
     /// To be called for each word in order.
     void Enter(std::uint64_t word) {
         m_before += static_cast<std::uint32_t>(std::popcount(m_starts));
         m_starts = word & ~(word << 1 | m_carry);
-        m_carry = word >> LAST_BIT;
+        m_carry = word >> (WORD_BITS - 1);
     }
 
-    /// The number of the run to which this set bit of the word belongs.
+    /// The place in its row of the run to which this set bit of the word belongs.
     std::uint32_t RunAt(int bit) const {
-        return m_before + static_cast<std::uint32_t>(std::popcount(m_starts & UpTo(bit))) - 1;
+        const std::uint64_t upTo = ~std::uint64_t{0} >> (WORD_BITS - 1 - bit);
+        return m_before + static_cast<std::uint32_t>(std::popcount(m_starts & upTo)) - 1;
     }
 
 private:
-    std::uint32_t m_before;
+    std::uint32_t m_before = 0;
     std::uint64_t m_starts = 0;
     std::uint64_t m_carry = 0;
 };
 
-} // namespace
-
-RunLabeling::RunLabeling(const PixelClass &pixels, int width, int height) {
-    const std::size_t wordCount = WordsOf(width);
-    std::vector<std::uint64_t> above(wordCount, 0);
-    std::vector<std::uint64_t> words(wordCount, 0);
-    m_rows.reserve(static_cast<std::size_t>(height) + 1);
-    m_rows.push_back(0);
-    for (int y = 0; y < height; ++y) {
-        pixels.MarkRow(y, words.data());
-        AddRow(words.data(), wordCount, y, width);
-        m_rows.push_back(static_cast<std::uint32_t>(m_runs.size()));
-        if (y > 0)
-            Link(above.data(), words.data(), wordCount, y);
-        above.swap(words);
-    }
-    FoldIntoRoots();
-}
-
-void RunLabeling::AddRow(const std::uint64_t *words, std::size_t wordCount, int y, int width) {
-    ForEachRun(words, wordCount, width, [this, y](int start, int end) {
-        const auto number = static_cast<std::uint32_t>(m_runs.size());
-        m_runs.push_back({start, end - 1, y, static_cast<std::uint32_t>(end - start), number});
-    });
-}
-
-void RunLabeling::Link(const std::uint64_t *above, const std::uint64_t *words,
-                       std::size_t wordCount, int y) {
-    Starts upper(m_rows[static_cast<std::size_t>(y) - 1]);
-    Starts lower(m_rows[static_cast<std::size_t>(y)]);
+/// Gives the runs of a row the components of those they touch in the row above, and joins
+/// components that meet.
+void LinkRows(const std::uint64_t *aboveWords, const std::uint32_t *aboveComponents,
+              const std::uint64_t *words, std::uint32_t *ofRuns, std::size_t wordCount,
+              Component *components) {
+    Starts upper;
+    Starts lower;
     std::uint64_t carry = 0;
     for (std::size_t word = 0; word < wordCount; ++word) {
-        upper.Enter(above[word]);
+        upper.Enter(aboveWords[word]);
         lower.Enter(words[word]);
-        const std::uint64_t common = above[word] & words[word];
+        const std::uint64_t common = aboveWords[word] & words[word];
         std::uint64_t touches = common & ~(common << 1 | carry);
+        carry = common >> (WORD_BITS - 1);
         for (; touches != 0; touches &= touches - 1) {
             const int bit = std::countr_zero(touches);
-            Unite(upper.RunAt(bit), lower.RunAt(bit));
+            const std::uint32_t a = FindWhole(components, aboveComponents[upper.RunAt(bit)]);
+            std::uint32_t &to = ofRuns[lower.RunAt(bit)];
+            if (to == RunLabeling::NONE) {
+                to = a;
+                continue;
+            }
+            const std::uint32_t b = FindWhole(components, to);
+            to = std::min(a, b);
+            components[std::max(a, b)].parent = to;
         }
-        carry = common >> LAST_BIT;
     }
 }
 
-/// With every second pointer on the way moved up by one (path halving).
-std::uint32_t RunLabeling::RootOf(std::uint32_t run) {
-    while (m_runs[run].parent != run) {
-        std::uint32_t &parent = m_runs[run].parent;
-        parent = m_runs[parent].parent;
-        run = parent;
+} // namespace tavix::HWY_NAMESPACE
+HWY_AFTER_NAMESPACE();
+
+#if HWY_ONCE
+namespace tavix {
+
+HWY_EXPORT(FindRuns);
+HWY_EXPORT(LinkRows);
+
+RunLabeling::RunLabeling(const PixelClass &pixels, int width, int height, Runs runs) {
+    const std::size_t wordCount = WordsOf(width);
+    const std::size_t mostRuns = static_cast<std::size_t>(width) / 2 + 1;
+    Row above;
+    Row row;
+    for (Row *one : {&above, &row}) {
+        one->edges.resize(2 * mostRuns);
+        one->component.resize(mostRuns);
+        one->words.resize(wordCount);
     }
-    return run;
+    for (int y = 0; y < height; ++y) {
+        pixels.MarkRow(y, row.words.data());
+        row.runCount =
+            HWY_DYNAMIC_DISPATCH(FindRuns)(row.words.data(), wordCount, width, row.edges.data());
+        std::fill_n(row.component.begin(), row.runCount, NONE);
+        HWY_DYNAMIC_DISPATCH(LinkRows)
+        (above.words.data(), above.component.data(), row.words.data(), row.component.data(),
+         wordCount, m_components.data());
+        AddRuns(row, y);
+        if (runs == Runs::Noted) {
+            m_rows.push_back(m_noted.size());
+            m_noted.insert(m_noted.end(), row.component.begin(),
+                           row.component.begin() + static_cast<std::ptrdiff_t>(row.runCount));
+        }
+        std::swap(above, row);
+    }
+    FoldIntoWhole();
+    for (std::uint32_t &component : m_noted)
+        component = FindWhole(m_components.data(), component);
 }
 
-void RunLabeling::Unite(std::uint32_t a, std::uint32_t b) {
-    a = RootOf(a);
-    b = RootOf(b);
-    m_runs[std::max(a, b)].parent = std::min(a, b);
-}
-
-void RunLabeling::FoldIntoRoots() {
-    for (std::size_t i = m_runs.size(); i-- > 0;) {
-        const Run &run = m_runs[i];
-        if (run.parent == i)
+void RunLabeling::AddRuns(Row &row, int y) {
+    for (std::size_t run = 0; run < row.runCount; ++run) {
+        const std::int32_t start = row.edges[2 * run];
+        const std::int32_t end = row.edges[2 * run + 1];
+        const auto length = static_cast<std::uint32_t>(end - start);
+        std::uint32_t &number = row.component[run];
+        if (number == NONE) {
+            number = static_cast<std::uint32_t>(m_components.size());
+            m_components.push_back({start, y, end - 1, y, length, number});
             continue;
-        Run &parent = m_runs[run.parent];
-        parent.left = std::min(parent.left, run.left);
-        parent.right = std::max(parent.right, run.right);
-        parent.bottom = std::max(parent.bottom, run.bottom);
-        parent.pixelCount += run.pixelCount;
+        }
+        Component &component = m_components[number];
+        component.left = std::min(component.left, start);
+        component.right = std::max(component.right, end - 1);
+        component.bottom = y;
+        component.pixelCount += length;
     }
 }
 
-void RunLabeling::PointAtRoots() {
-    for (Run &run : m_runs)
-        run.parent = m_runs[run.parent].parent;
+void RunLabeling::FoldIntoWhole() {
+    for (std::size_t i = m_components.size(); i-- > 0;) {
+        const Component &part = m_components[i];
+        if (part.parent == i)
+            continue;
+        Component &whole = m_components[part.parent];
+        whole.left = std::min(whole.left, part.left);
+        whole.right = std::max(whole.right, part.right);
+        whole.bottom = std::max(whole.bottom, part.bottom);
+        whole.pixelCount += part.pixelCount;
+    }
 }
 
 } // namespace tavix
+#endif

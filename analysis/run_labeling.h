@@ -2,16 +2,18 @@
 /// image.
 ///
 /// Runs are the maximal stretches of class pixels in a row. Two runs of neighbouring rows belong
-/// together when they share a column (4-connectivity). Each run points at a run of its component
-/// that was found no later, and unions go towards the smaller number, so the first run of a
-/// component, which holds its first pixel in raster order, becomes its root by itself. One pass
-/// from the last run to the first then hands each run's box and count to the run it points at, and
-/// roots end up with the whole.
+/// together when they share a column (4-connectivity). A run that touches none above begins a
+/// component; components are numbered in that order, and where two meet, the larger number points
+/// at the smaller one. So the first run of a component, which holds its first pixel in raster
+/// order, has the number that the whole component ends up with. Boxes and counts are summed up by
+/// number as runs are found; one pass from the last number to the first then hands each one's on to
+/// the one it points at.
 ///
 /// Rows are bits. A word's run edges are the bits that differ from their neighbour. Where a row and
 /// the row above are both set, each stretch of common bits is exactly one pair of touching runs,
-/// and the runs' numbers are counts of starts up to there: no run is searched for. (After He et
-/// al., "A run-based two-scan labeling algorithm", 2008.)
+/// and the runs' places in their rows are counts of starts up to there: no run is searched for.
+/// Only two rows of runs are held, and as many components as begin. (After He et al., "A run-based
+/// two-scan labeling algorithm", 2008.)
 #pragma once
 
 #include "TAVIX20/analysis/pixel_class.h"
@@ -23,36 +25,59 @@ namespace tavix {
 
 class RunLabeling {
 public:
-    /// A run, and of a root the whole component.
-    struct Run {
-        std::int32_t left;   ///< Of the box.
-        std::int32_t right;  ///< Of the box, inclusive.
-        std::int32_t bottom; ///< Of the box, inclusive; the top is the root's own row.
+    struct Component {
+        std::int32_t left;
+        std::int32_t top;
+        std::int32_t right;  ///< Inclusive.
+        std::int32_t bottom; ///< Inclusive.
         std::uint32_t pixelCount;
-        std::uint32_t parent; ///< Itself for a root.
+        std::uint32_t parent; ///< Its own number when it is whole.
     };
 
+    static constexpr std::uint32_t NONE = ~std::uint32_t{0};
+
+    /// Whether the component of every run is noted, too.
+    enum class Runs { Forgotten, Noted };
+
     /// Labels the pixels of the class. Throws std::bad_alloc.
-    RunLabeling(const PixelClass &pixels, int width, int height);
+    RunLabeling(const PixelClass &pixels, int width, int height, Runs runs);
 
-    /// The runs in raster order; roots hold their whole component.
-    const std::vector<Run> &Runs() const { return m_runs; }
-    bool IsRoot(std::uint32_t run) const { return m_runs[run].parent == run; }
-    /// The first run of each row, and one past the last.
-    const std::vector<std::uint32_t> &Rows() const { return m_rows; }
-
-    /// Makes every run point at its root.
-    void PointAtRoots();
+    /// In raster order of their first pixels; whole ones among those that met another.
+    const std::vector<Component> &Components() const { return m_components; }
+    bool IsWhole(std::uint32_t component) const {
+        return m_components[component].parent == component;
+    }
+    /// The whole component of each run, in raster order, and each row's first run; where they are
+    /// noted.
+    const std::vector<std::uint32_t> &ComponentsOfRuns() const { return m_noted; }
+    const std::vector<std::size_t> &Rows() const { return m_rows; }
 
 private:
-    void AddRow(const std::uint64_t *words, std::size_t wordCount, int y, int width);
-    void Link(const std::uint64_t *above, const std::uint64_t *words, std::size_t wordCount, int y);
-    std::uint32_t RootOf(std::uint32_t run);
-    void Unite(std::uint32_t a, std::uint32_t b);
-    void FoldIntoRoots();
+    /// The runs of a row.
+    struct Row {
+        std::vector<std::int32_t> edges;      ///< Start and end of each, end exclusive.
+        std::vector<std::uint32_t> component; ///< Of each.
+        std::vector<std::uint64_t> words;     ///< The pixels.
+        std::size_t runCount = 0;
+    };
 
-    std::vector<Run> m_runs;
-    std::vector<std::uint32_t> m_rows;
+    void AddRuns(Row &row, int y);
+    void FoldIntoWhole();
+
+    std::vector<Component> m_components;
+    std::vector<std::uint32_t> m_noted;
+    std::vector<std::size_t> m_rows;
 };
+
+/// The whole component that this one belongs to, with every second pointer on the way moved up by
+/// one (path halving).
+inline std::uint32_t FindWhole(RunLabeling::Component *components, std::uint32_t component) {
+    while (components[component].parent != component) {
+        std::uint32_t &parent = components[component].parent;
+        parent = components[parent].parent;
+        component = parent;
+    }
+    return component;
+}
 
 } // namespace tavix
