@@ -1,7 +1,5 @@
 #include "TAVIX20/analysis/blob_engine.h"
 
-#include "TAVIX20/analysis/blob_tracer.h"
-#include "TAVIX20/analysis/run_labeling.h"
 #include "TAVIX20/containers/blob_rect_array.h"
 
 #include <algorithm>
@@ -62,15 +60,13 @@ private:
     std::vector<std::uint64_t> m_below;
 };
 
-/// Runs the operation with the visit map, made if there is none yet.
+/// Runs the operation in the image's memory; nothing when memory runs out.
 template <typename Operation>
-std::optional<int> WithTracer(const PixelClass &pixels, int width, int height, VisitMap &map,
-                              Operation operation) {
+std::optional<int> InMemory(BlobMemory &memory, Operation operation) {
     try {
-        if (!map)
-            map.reset(new unsigned char[BlobTracer::MapSize(width, height)]);
-        BlobTracer tracer(pixels, width, height, map.get());
-        return operation(tracer);
+        if (!memory)
+            memory = std::make_shared<BlobScratch>();
+        return operation(*memory);
     } catch (const std::bad_alloc &) {
         return std::nullopt;
     }
@@ -78,9 +74,9 @@ std::optional<int> WithTracer(const PixelClass &pixels, int width, int height, V
 
 /// All seeds of the area, with traces that stop at a number of pixels. As long as none was stopped,
 /// visited seeds are passed over: they have neighbours of the class.
-template <typename Visit, typename Take>
-int WalkCapped(const BlobSource &source, const CountBounds &bounds, BlobTracer &tracer, Visit visit,
-               Take take) {
+template <typename Take>
+int WalkCapped(const BlobSource &source, const CountBounds &bounds, BlobWalker &walker,
+               std::vector<POINT> *points, Take take) {
     const SeedArea &area = source.area;
     // Only another rule for neighbours can make a blob of a visited seed.
     const bool mayRepeat = source.neighbours && bounds.minCount <= 1;
@@ -95,22 +91,21 @@ int WalkCapped(const BlobSource &source, const CountBounds &bounds, BlobTracer &
             std::ranges::fill(loneBits, ~std::uint64_t{0});
             lone->Keep(y, loneBits.data());
         }
-        for (int x = area.x1; x <= area.x2; ++x) {
-            if (!wasStopped && !mayRepeat)
-                x = tracer.FindUnvisited(x, y);
-            if (x > area.x2)
-                break;
-            if (!tracer.IsOfClass(x, y))
-                continue;
-            const BlobTrace blob = tracer.Trace(x, y, bounds.maxCount, visit);
+        const auto nextSeed = [&](int x) {
+            return wasStopped || mayRepeat ? walker.FindOfClass(x, y) : walker.FindUnvisited(x, y);
+        };
+        for (int x = nextSeed(area.x1); x <= area.x2; x = nextSeed(x + 1)) {
+            const BlobTrace blob = walker.Trace(x, y, bounds.maxCount, points);
             wasStopped = wasStopped || blob.pixelCount == bounds.maxCount;
             const bool hasNeighbour =
                 lone ? (loneBits[static_cast<std::size_t>(x) / WORD_BITS] >> x % WORD_BITS & 1) == 0
-                     : tracer.HasNeighbour(x, y);
+                     : walker.HasNeighbour(x, y);
             const bool isTaken = blob.IsOnePoint() ? bounds.minCount == 1 && !hasNeighbour
                                                    : bounds.minCount <= blob.pixelCount;
-            count += isTaken ? 1 : 0;
-            take(isTaken);
+            if (isTaken) {
+                take();
+                ++count;
+            }
         }
     }
     return count;
@@ -147,9 +142,9 @@ bool Fill(CBlobRectArray &blobs, int count, NextRecord next) {
 
 /// Blobs of the whole image: their order is that of the components.
 std::optional<int> ListComponents(const BlobSource &source, const SizeBounds &bounds,
-                                  CBlobRectArray &blobs) {
+                                  RunLabeling::Scratch &scratch, CBlobRectArray &blobs) {
     const RunLabeling labeling(source.pixels, source.width, source.height,
-                               RunLabeling::Runs::Forgotten);
+                               RunLabeling::Runs::Forgotten, scratch);
     const auto &components = labeling.Components();
     const auto isBlob = [&](std::uint32_t i) {
         return labeling.IsWhole(i) && Accept(bounds, components[i]);
@@ -169,9 +164,9 @@ std::optional<int> ListComponents(const BlobSource &source, const SizeBounds &bo
 /// Blobs in the order of their first pixels in the area, and among them the later pixels that are
 /// lone by the source's own rule.
 std::optional<int> ListSeeds(const BlobSource &source, const SizeBounds &bounds,
-                             CBlobRectArray &blobs) {
-    const RunLabeling labeling(source.pixels, source.width, source.height,
-                               RunLabeling::Runs::Noted);
+                             RunLabeling::Scratch &scratch, CBlobRectArray &blobs) {
+    const RunLabeling labeling(source.pixels, source.width, source.height, RunLabeling::Runs::Noted,
+                               scratch);
     const auto &components = labeling.Components();
     const std::size_t wordCount = WordsOf(source.width);
     std::vector<std::uint64_t> words(wordCount);
@@ -229,51 +224,40 @@ std::optional<SeedArea> ClipToImage(const CTavixImage &image, int x1, int y1, in
     return area;
 }
 
-std::optional<int> CountBlobs(const BlobSource &source, const CountBounds &bounds, VisitMap &map) {
-    return WithTracer(source.pixels, source.width, source.height, map, [&](BlobTracer &tracer) {
-        return WalkCapped(
-            source, bounds, tracer, [](int, int) {}, [](bool) {});
+std::optional<int> CountBlobs(const BlobSource &source, const CountBounds &bounds,
+                              BlobMemory &memory) {
+    return InMemory(memory, [&](BlobScratch &scratch) {
+        BlobWalker walker(source.pixels, source.width, source.height, scratch.walk);
+        return WalkCapped(source, bounds, walker, nullptr, [] {});
     });
 }
 
-std::optional<int> CollectBlobs(const BlobSource &source, const CountBounds &bounds, VisitMap &map,
-                                const TakePoints &take) {
-    return WithTracer(source.pixels, source.width, source.height, map, [&](BlobTracer &tracer) {
-        std::vector<POINT> points;
-        return WalkCapped(
-            source, bounds, tracer,
-            [&points](int x, int y) {
-                points.push_back({x, y});
-            },
-            [&](bool isTaken) {
-                if (isTaken)
-                    take(points);
-                points.clear();
-            });
+std::optional<int> CollectBlobs(const BlobSource &source, const CountBounds &bounds,
+                                BlobMemory &memory, const TakePoints &take) {
+    return InMemory(memory, [&](BlobScratch &scratch) {
+        BlobWalker walker(source.pixels, source.width, source.height, scratch.walk);
+        return WalkCapped(source, bounds, walker, &scratch.points, [&] { take(scratch.points); });
     });
 }
 
-std::optional<int> CollectBlobs(const BlobSource &source, const SizeBounds &bounds, VisitMap &map,
-                                const TakePoints &take) {
-    return WithTracer(source.pixels, source.width, source.height, map, [&](BlobTracer &tracer) {
-        std::vector<POINT> points;
+std::optional<int> CollectBlobs(const BlobSource &source, const SizeBounds &bounds,
+                                BlobMemory &memory, const TakePoints &take) {
+    return InMemory(memory, [&](BlobScratch &scratch) {
+        BlobWalker walker(source.pixels, source.width, source.height, scratch.walk);
         const SeedArea &area = source.area;
         int count = 0;
         // Traces are not stopped here, so a visited seed would only be refused: it is passed over,
         // and a trace of one pixel has no neighbour of the class.
         for (int y = area.y1; y <= area.y2; ++y)
-            for (int x = tracer.FindUnvisited(area.x1, y); x <= area.x2;
-                 x = x < area.x2 ? tracer.FindUnvisited(x + 1, y) : source.width) {
-                points.clear();
-                const BlobTrace blob = tracer.Trace(x, y, NO_CAP, [&points](int px, int py) {
-                    points.push_back({px, py});
-                });
+            for (int x = walker.FindUnvisited(area.x1, y); x <= area.x2;
+                 x = walker.FindUnvisited(x + 1, y)) {
+                const BlobTrace blob = walker.Trace(x, y, NO_CAP, &scratch.points);
                 const bool isTaken =
                     blob.IsOnePoint()
                         ? bounds.TakesOnePixel()
                         : bounds.Accept(long{blob.right} - blob.left, long{blob.bottom} - blob.top);
                 if (isTaken) {
-                    take(points);
+                    take(scratch.points);
                     ++count;
                 }
             }
@@ -281,26 +265,26 @@ std::optional<int> CollectBlobs(const BlobSource &source, const SizeBounds &boun
     });
 }
 
-std::optional<int> ListBlobs(const BlobSource &source, const SizeBounds &bounds,
+std::optional<int> ListBlobs(const BlobSource &source, const SizeBounds &bounds, BlobMemory &memory,
                              CBlobRectArray &blobs) {
-    try {
+    std::optional<int> count;
+    InMemory(memory, [&](BlobScratch &scratch) {
         const bool inOrder = IsWhole(source) && !(source.neighbours && bounds.TakesOnePixel());
-        return inOrder ? ListComponents(source, bounds, blobs) : ListSeeds(source, bounds, blobs);
-    } catch (const std::bad_alloc &) {
-        return std::nullopt;
-    }
+        count = inOrder ? ListComponents(source, bounds, scratch.labeling, blobs)
+                        : ListSeeds(source, bounds, scratch.labeling, blobs);
+        return 0;
+    });
+    return count;
 }
 
 bool CollectPiece(const PixelClass &pixels, int width, int height, const POINT &seed, long maxCount,
-                  VisitMap &map, const TakePoints &take) {
-    const auto count = WithTracer(pixels, width, height, map, [&](BlobTracer &tracer) {
-        std::vector<POINT> points;
-        if (!tracer.IsOfClass(seed.x, seed.y))
+                  BlobMemory &memory, const TakePoints &take) {
+    const auto count = InMemory(memory, [&](BlobScratch &scratch) {
+        BlobWalker walker(pixels, width, height, scratch.walk);
+        if (!walker.IsOfClass(seed.x, seed.y))
             return 0;
-        tracer.Trace(seed.x, seed.y, maxCount > 0 ? maxCount : NO_CAP, [&points](int x, int y) {
-            points.push_back({x, y});
-        });
-        take(points);
+        walker.Trace(seed.x, seed.y, maxCount > 0 ? maxCount : NO_CAP, &scratch.points);
+        take(scratch.points);
         return 1;
     });
     return count == 1;

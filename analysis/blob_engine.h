@@ -6,17 +6,20 @@
 /// pixel is a blob only when the pixel has no neighbour of the class, and the lower bounds are 1:
 /// that keeps visited seeds from being counted again.
 ///
-/// Two engines give the same. The walk (blob_tracer.h) serves what depends on the order of the
+/// Two engines give the same. The walk (blob_walker.h) serves what depends on the order of the
 /// pixels or on a cap: a trace that stops at a number of pixels leaves its remainder to later
 /// seeds. Boxes and counts without a cap come from runs (run_labeling.h).
 #pragma once
 
+#include "TAVIX20/analysis/blob_walker.h"
 #include "TAVIX20/analysis/pixel_class.h"
+#include "TAVIX20/analysis/run_labeling.h"
 
 #include <functional>
 #include <memory>
 #include <optional>
 #include <span>
+#include <vector>
 
 class CBlobRectArray;
 
@@ -70,25 +73,34 @@ struct BlobSource {
     const PixelClass *neighbours = nullptr;
 };
 
-/// The visit map of an image, which the walk needs.
-using VisitMap = std::unique_ptr<unsigned char[]>;
+/// The memory in which the engines work. It stays with the image for the next call; the maps take
+/// two bits a pixel.
+struct BlobScratch {
+    BlobWalker::Scratch walk;
+    std::vector<POINT> points;
+    RunLabeling::Scratch labeling;
+};
+
+/// That of an image, made when it is needed.
+using BlobMemory = std::shared_ptr<BlobScratch>;
 
 /// What is done with an accepted blob's pixels, in visiting order.
 using TakePoints = std::function<void(std::span<const POINT>)>;
 
 /// Each returns the number of accepted blobs; nothing when memory runs out.
-std::optional<int> CountBlobs(const BlobSource &source, const CountBounds &bounds, VisitMap &map);
-std::optional<int> CollectBlobs(const BlobSource &source, const CountBounds &bounds, VisitMap &map,
-                                const TakePoints &take);
-std::optional<int> CollectBlobs(const BlobSource &source, const SizeBounds &bounds, VisitMap &map,
-                                const TakePoints &take);
+std::optional<int> CountBlobs(const BlobSource &source, const CountBounds &bounds,
+                              BlobMemory &memory);
+std::optional<int> CollectBlobs(const BlobSource &source, const CountBounds &bounds,
+                                BlobMemory &memory, const TakePoints &take);
+std::optional<int> CollectBlobs(const BlobSource &source, const SizeBounds &bounds,
+                                BlobMemory &memory, const TakePoints &take);
 /// Replaces the records.
-std::optional<int> ListBlobs(const BlobSource &source, const SizeBounds &bounds,
+std::optional<int> ListBlobs(const BlobSource &source, const SizeBounds &bounds, BlobMemory &memory,
                              CBlobRectArray &blobs);
 
 /// Hands over the pixels of the one blob at the seed, at most maxCount; false when the seed is not
 /// of the class or memory runs out.
 bool CollectPiece(const PixelClass &pixels, int width, int height, const POINT &seed, long maxCount,
-                  VisitMap &map, const TakePoints &take);
+                  BlobMemory &memory, const TakePoints &take);
 
 } // namespace tavix

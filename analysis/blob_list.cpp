@@ -39,21 +39,21 @@ std::optional<tavix::SeedArea> Whole(const CTavixImage8 &image) {
     return tavix::ClipToImage(image, 0, 0, image.GetWidth() - 1, image.GetHeight() - 1);
 }
 
-int Count(const Call &call, const CountBounds &bounds, tavix::VisitMap &map) {
+int Count(const Call &call, const CountBounds &bounds, tavix::BlobMemory &memory) {
     const auto source = call.Source(bounds);
-    return source ? tavix::CountBlobs(*source, bounds, map).value_or(0) : 0;
+    return source ? tavix::CountBlobs(*source, bounds, memory).value_or(0) : 0;
 }
 
 /// Appends, so that nothing was added when it fails.
 template <typename Array, typename Bounds, typename AddBlob>
-int Append(const Call &call, const Bounds &bounds, tavix::VisitMap &map, Array &blobs,
+int Append(const Call &call, const Bounds &bounds, tavix::BlobMemory &memory, Array &blobs,
            AddBlob addBlob) {
     const auto source = call.Source(bounds);
     if (!source)
         return 0;
     Array found;
     const auto count = tavix::CollectBlobs(
-        *source, bounds, map, [&](std::span<const POINT> points) { addBlob(found, points); });
+        *source, bounds, memory, [&](std::span<const POINT> points) { addBlob(found, points); });
     if (!count || found.GetElementCount() != *count)
         return 0;
     if (blobs.GetElementCount() == 0)
@@ -65,19 +65,19 @@ int Append(const Call &call, const Bounds &bounds, tavix::VisitMap &map, Array &
 }
 
 template <typename Bounds>
-int AppendPoints(const Call &call, const Bounds &bounds, tavix::VisitMap &map,
+int AppendPoints(const Call &call, const Bounds &bounds, tavix::BlobMemory &memory,
                  CPointArrayArray &blobs) {
     TavixArray::CPointArray blob;
-    return Append(call, bounds, map, blobs,
+    return Append(call, bounds, memory, blobs,
                   [&blob](CPointArrayArray &found, std::span<const POINT> points) {
                       tavix::SetPoints(blob, points);
                       found.Add(blob);
                   });
 }
 
-int AppendPixels(const Call &call, const SizeBounds &bounds, tavix::VisitMap &map,
+int AppendPixels(const Call &call, const SizeBounds &bounds, tavix::BlobMemory &memory,
                  CPixelArrayArray &blobs) {
-    return Append(call, bounds, map, blobs,
+    return Append(call, bounds, memory, blobs,
                   [&call](CPixelArrayArray &found, std::span<const POINT> points) {
                       TavixArray::CPixelArray blob;
                       for (const POINT &point : points)
@@ -86,9 +86,10 @@ int AppendPixels(const Call &call, const SizeBounds &bounds, tavix::VisitMap &ma
                   });
 }
 
-int List(const Call &call, const SizeBounds &bounds, CBlobRectArray &blobs) {
+int List(const Call &call, const SizeBounds &bounds, tavix::BlobMemory &memory,
+         CBlobRectArray &blobs) {
     const auto source = call.Source(bounds);
-    return source ? tavix::ListBlobs(*source, bounds, blobs).value_or(0) : 0;
+    return source ? tavix::ListBlobs(*source, bounds, memory, blobs).value_or(0) : 0;
 }
 
 tavix::ByteTable TableOf(const CSortByteArray &levels) {
@@ -118,27 +119,28 @@ private:
 
 int CTavixImage8::GetBlobList(int value, long minCount, long maxCount) const {
     const BandClass pixels(*this, value, value);
-    return Count({*this, pixels, Whole(*this)}, {minCount, maxCount}, m_visitMap);
+    return Count({*this, pixels, Whole(*this)}, {minCount, maxCount}, m_blobScratch);
 }
 
 int CTavixImage8::GetBlobList(int value, long minCount, long maxCount,
                               CPointArrayArray &blobs) const {
     const BandClass pixels(*this, value, value);
-    return AppendPoints({*this, pixels, Whole(*this)}, CountBounds{minCount, maxCount}, m_visitMap,
-                        blobs);
+    return AppendPoints({*this, pixels, Whole(*this)}, CountBounds{minCount, maxCount},
+                        m_blobScratch, blobs);
 }
 
 int CTavixImage8::GetBlobList(int value, long minW, long maxW, long minH, long maxH,
                               CBlobRectArray &blobs) const {
     const BandClass pixels(*this, value, value);
-    return List({*this, pixels, Whole(*this)}, {minW, maxW, minH, maxH}, blobs);
+    return List({*this, pixels, Whole(*this)}, {minW, maxW, minH, maxH}, m_blobScratch, blobs);
 }
 
 int CTavixImage8::GetBlobList(int threshold, int value, long minW, long maxW, long minH, long maxH,
                               CBlobRectArray &blobs) const {
     const BandClass pixels = tavix::ThresholdClass(*this, threshold, value);
     const BandClass equal(*this, value, value);
-    return List({*this, pixels, Whole(*this), &equal}, {minW, maxW, minH, maxH}, blobs);
+    return List({*this, pixels, Whole(*this), &equal}, {minW, maxW, minH, maxH}, m_blobScratch,
+                blobs);
 }
 
 int CTavixImage8::GetBlobList(int threshold, int value, long minCount, long maxCount,
@@ -146,21 +148,21 @@ int CTavixImage8::GetBlobList(int threshold, int value, long minCount, long maxC
     const BandClass pixels = tavix::ThresholdClass(*this, threshold, value);
     const BandClass equal(*this, value, value);
     return AppendPoints({*this, pixels, Whole(*this), &equal}, CountBounds{minCount, maxCount},
-                        m_visitMap, blobs);
+                        m_blobScratch, blobs);
 }
 
 int CTavixImage8::GetBlobList(int x1, int y1, int x2, int y2, int value, long minW, long maxW,
                               long minH, long maxH, CBlobRectArray &blobs) const {
     const BandClass pixels(*this, value, value);
     return List({*this, pixels, tavix::ClipToImage(*this, x1, y1, x2, y2)},
-                {minW, maxW, minH, maxH}, blobs);
+                {minW, maxW, minH, maxH}, m_blobScratch, blobs);
 }
 
 int CTavixImage8::GetBlobList(int x1, int y1, int x2, int y2, int value, long minW, long maxW,
                               long minH, long maxH, CPointArrayArray &blobs) const {
     const BandClass pixels(*this, value, value);
     return AppendPoints({*this, pixels, tavix::ClipToImage(*this, x1, y1, x2, y2)},
-                        SizeBounds{minW, maxW, minH, maxH}, m_visitMap, blobs);
+                        SizeBounds{minW, maxW, minH, maxH}, m_blobScratch, blobs);
 }
 
 int CTavixImage8::GetBlobList(int x1, int y1, int x2, int y2, int threshold, int value, long minW,
@@ -168,7 +170,7 @@ int CTavixImage8::GetBlobList(int x1, int y1, int x2, int y2, int threshold, int
     const BandClass pixels = tavix::ThresholdClass(*this, threshold, value);
     const BandClass equal(*this, value, value);
     return List({*this, pixels, tavix::ClipToImage(*this, x1, y1, x2, y2), &equal},
-                {minW, maxW, minH, maxH}, blobs);
+                {minW, maxW, minH, maxH}, m_blobScratch, blobs);
 }
 
 int CTavixImage8::GetBlobList(int x1, int y1, int x2, int y2, int threshold, int value,
@@ -176,58 +178,60 @@ int CTavixImage8::GetBlobList(int x1, int y1, int x2, int y2, int threshold, int
     const BandClass pixels = tavix::ThresholdClass(*this, threshold, value);
     const BandClass equal(*this, value, value);
     return AppendPoints({*this, pixels, tavix::ClipToImage(*this, x1, y1, x2, y2), &equal},
-                        CountBounds{minCount, maxCount}, m_visitMap, blobs);
+                        CountBounds{minCount, maxCount}, m_blobScratch, blobs);
 }
 
 int CTavixImage8::GetRangeBlobList(unsigned char low, unsigned char high, long minCount,
                                    long maxCount) const {
     const BandClass band(*this, low, high);
     const InMask pixels(band, *this, m_roiRects, m_roiRectCount);
-    return Count({*this, pixels, Whole(*this)}, {minCount, maxCount}, m_visitMap);
+    return Count({*this, pixels, Whole(*this)}, {minCount, maxCount}, m_blobScratch);
 }
 
 int CTavixImage8::GetRangeBlobList(unsigned char low, unsigned char high, long minCount,
                                    long maxCount, CPointArrayArray &blobs) const {
     const BandClass band(*this, low, high);
     const InMask pixels(band, *this, m_roiRects, m_roiRectCount);
-    return AppendPoints({*this, pixels, Whole(*this)}, CountBounds{minCount, maxCount}, m_visitMap,
-                        blobs);
+    return AppendPoints({*this, pixels, Whole(*this)}, CountBounds{minCount, maxCount},
+                        m_blobScratch, blobs);
 }
 
 int CTavixImage8::GetRangeBlobList(unsigned char low, unsigned char high, long minW, long maxW,
                                    long minH, long maxH, CBlobRectArray &blobs) const {
     const BandClass band(*this, low, high);
     const InMask pixels(band, *this, m_roiRects, m_roiRectCount);
-    return List({*this, pixels, Whole(*this)}, {minW, maxW, minH, maxH}, blobs);
+    return List({*this, pixels, Whole(*this)}, {minW, maxW, minH, maxH}, m_blobScratch, blobs);
 }
 
 int CTavixImage8::GetRangeBlobList(unsigned char low, unsigned char high, long minW, long maxW,
                                    long minH, long maxH, CPixelArrayArray &blobs) const {
     const BandClass band(*this, low, high);
     const InMask pixels(band, *this, m_roiRects, m_roiRectCount);
-    return AppendPixels({*this, pixels, Whole(*this)}, {minW, maxW, minH, maxH}, m_visitMap, blobs);
+    return AppendPixels({*this, pixels, Whole(*this)}, {minW, maxW, minH, maxH}, m_blobScratch,
+                        blobs);
 }
 
 int CTavixImage8::GetRangeBlobList(const CSortByteArray &levels, long minCount, long maxCount,
                                    CPointArrayArray &blobs) const {
     const tavix::ListedClass listed(*this, TableOf(levels));
     const InMask pixels(listed, *this, m_roiRects, m_roiRectCount);
-    return AppendPoints({*this, pixels, Whole(*this)}, CountBounds{minCount, maxCount}, m_visitMap,
-                        blobs);
+    return AppendPoints({*this, pixels, Whole(*this)}, CountBounds{minCount, maxCount},
+                        m_blobScratch, blobs);
 }
 
 int CTavixImage8::GetRangeBlobList(const CSortByteArray &levels, long minW, long maxW, long minH,
                                    long maxH, CBlobRectArray &blobs) const {
     const tavix::ListedClass listed(*this, TableOf(levels));
     const InMask pixels(listed, *this, m_roiRects, m_roiRectCount);
-    return List({*this, pixels, Whole(*this)}, {minW, maxW, minH, maxH}, blobs);
+    return List({*this, pixels, Whole(*this)}, {minW, maxW, minH, maxH}, m_blobScratch, blobs);
 }
 
 int CTavixImage8::GetRangeBlobList(const CSortByteArray &levels, long minW, long maxW, long minH,
                                    long maxH, CPixelArrayArray &blobs) const {
     const tavix::ListedClass listed(*this, TableOf(levels));
     const InMask pixels(listed, *this, m_roiRects, m_roiRectCount);
-    return AppendPixels({*this, pixels, Whole(*this)}, {minW, maxW, minH, maxH}, m_visitMap, blobs);
+    return AppendPixels({*this, pixels, Whole(*this)}, {minW, maxW, minH, maxH}, m_blobScratch,
+                        blobs);
 }
 
 int CTavixImage8::GetRangeBlobListInEllipseROI(int x1, int y1, int x2, int y2, unsigned char low,
@@ -236,5 +240,5 @@ int CTavixImage8::GetRangeBlobListInEllipseROI(int x1, int y1, int x2, int y2, u
     const BandClass band(*this, low, high);
     const tavix::EllipticClass pixels(band, m_width, {x1, y1, x2, y2});
     return AppendPoints({*this, pixels, tavix::ClipToImage(*this, x1, y1, x2, y2)},
-                        CountBounds{minCount, maxCount}, m_visitMap, blobs);
+                        CountBounds{minCount, maxCount}, m_blobScratch, blobs);
 }

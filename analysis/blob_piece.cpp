@@ -17,9 +17,9 @@ bool IsInside(const CTavixImage &image, int x, int y) {
 }
 
 int Piece(const CTavixImage &image, const tavix::PixelClass &pixels, const POINT &seed,
-          long maxCount, tavix::VisitMap &map, CPointArray &points) {
+          long maxCount, tavix::BlobMemory &memory, CPointArray &points) {
     const bool isTaken = tavix::CollectPiece(
-        pixels, image.GetWidth(), image.GetHeight(), seed, maxCount, map,
+        pixels, image.GetWidth(), image.GetHeight(), seed, maxCount, memory,
         [&points](std::span<const POINT> piece) { tavix::SetPoints(points, piece); });
     return isTaken ? points.GetElementCount() : 0;
 }
@@ -43,7 +43,7 @@ int CTavixImage8::GetPieceBlobAtPoint(int x, int y, int low, int high, int maxCo
     if (!IsInside(*this, x, y))
         return 0;
     const tavix::BandClass pixels(*this, low, high);
-    return Piece(*this, pixels, {x, y}, maxCount, m_visitMap, points);
+    return Piece(*this, pixels, {x, y}, maxCount, m_blobScratch, points);
 }
 
 int CTavixImage24::GetPieceBlobAtPoint(int x, int y, unsigned char tolerance,
@@ -54,7 +54,7 @@ int CTavixImage24::GetPieceBlobAtPoint(int x, int y, unsigned char tolerance,
     const tavix::ColourClass pixels(*this, {Around(GetBValue(seed), tolerance),
                                             Around(GetGValue(seed), tolerance),
                                             Around(GetRValue(seed), tolerance)});
-    return Piece(*this, pixels, {x, y}, 0, m_visitMap, points);
+    return Piece(*this, pixels, {x, y}, 0, m_blobScratch, points);
 }
 
 int CTavixImage24::GetBlobList(unsigned char red, unsigned char green, unsigned char blue,
@@ -76,5 +76,6 @@ int CTavixImage24::GetBlobList(int x1, int y1, int x2, int y2, unsigned char red
     const tavix::ColourClass pixels(
         *this,
         {Around(blue, blueTolerance), Around(green, greenTolerance), Around(red, redTolerance)});
-    return tavix::ListBlobs({pixels, m_width, m_height, *area}, bounds, blobs).value_or(0);
+    return tavix::ListBlobs({pixels, m_width, m_height, *area}, bounds, m_blobScratch, blobs)
+        .value_or(0);
 }

@@ -19,11 +19,17 @@ using Component = RunLabeling::Component;
 std::size_t FindRuns(const std::uint64_t *words, std::size_t wordCount, int width,
                      std::int32_t *edges) {
     std::int32_t *edge = edges;
-    ForEachRun(words, wordCount, width, [&edge](int start, int end) {
-        edge[0] = start;
-        edge[1] = end;
-        edge += 2;
-    });
+    std::uint64_t carry = 0;
+    for (std::size_t word = 0; word < wordCount; ++word) {
+        const std::uint64_t bits = words[word];
+        // The bits that differ from the one before them: starts and ends in turn.
+        for (std::uint64_t changes = bits ^ (bits << 1 | carry); changes != 0;
+             changes &= changes - 1)
+            *edge++ = static_cast<std::int32_t>(word) * WORD_BITS + std::countr_zero(changes);
+        carry = bits >> (WORD_BITS - 1);
+    }
+    if (carry != 0)
+        *edge++ = width;
     return static_cast<std::size_t>(edge - edges) / 2;
 }
 
@@ -65,12 +71,13 @@ void LinkRows(const std::uint64_t *aboveWords, const std::uint32_t *aboveCompone
         carry = common >> (WORD_BITS - 1);
         for (; touches != 0; touches &= touches - 1) {
             const int bit = std::countr_zero(touches);
-            const std::uint32_t a = FindWhole(components, aboveComponents[upper.RunAt(bit)]);
+            const std::uint32_t from = aboveComponents[upper.RunAt(bit)];
             std::uint32_t &to = ofRuns[lower.RunAt(bit)];
             if (to == RunLabeling::NONE) {
-                to = a;
+                to = from;
                 continue;
             }
+            const std::uint32_t a = FindWhole(components, from);
             const std::uint32_t b = FindWhole(components, to);
             to = std::min(a, b);
             components[std::max(a, b)].parent = to;
@@ -87,7 +94,10 @@ namespace tavix {
 HWY_EXPORT(FindRuns);
 HWY_EXPORT(LinkRows);
 
-RunLabeling::RunLabeling(const PixelClass &pixels, int width, int height, Runs runs) {
+RunLabeling::RunLabeling(const PixelClass &pixels, int width, int height, Runs runs,
+                         Scratch &scratch)
+    : m_components(scratch.components) {
+    m_components.clear();
     const std::size_t wordCount = WordsOf(width);
     const std::size_t mostRuns = static_cast<std::size_t>(width) / 2 + 1;
     Row above;

@@ -39,8 +39,11 @@ public:
     /// Whether the component of every run is noted, too.
     enum class Runs { Forgotten, Noted };
 
+    /// The memory of a labeling, kept for the next one.
+    struct Scratch;
+
     /// Labels the pixels of the class. Throws std::bad_alloc.
-    RunLabeling(const PixelClass &pixels, int width, int height, Runs runs);
+    RunLabeling(const PixelClass &pixels, int width, int height, Runs runs, Scratch &scratch);
 
     /// In raster order of their first pixels; whole ones among those that met another.
     const std::vector<Component> &Components() const { return m_components; }
@@ -64,9 +67,13 @@ private:
     void AddRuns(Row &row, int y);
     void FoldIntoWhole();
 
-    std::vector<Component> m_components;
+    std::vector<Component> &m_components;
     std::vector<std::uint32_t> m_noted;
     std::vector<std::size_t> m_rows;
+};
+
+struct RunLabeling::Scratch {
+    std::vector<Component> components;
 };
 
 /// The whole component that this one belongs to, with every second pointer on the way moved up by

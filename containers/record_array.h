@@ -119,6 +119,8 @@ protected:
     /// Adds a copy of the record; a full array's capacity rises to count + step.
     bool Append(const T &record, std::int32_t step = 1) {
         T copy = record; // The record may lie in this block.
+        if (step == 1 && m_count == m_capacity && Counted() == m_block.size())
+            return AppendToFull(std::move(copy));
         if (!Grow(1, step))
             return false;
         Record(m_count++) = std::move(copy);
@@ -198,6 +200,19 @@ private:
     /// The counted records that exist: a count set by hand may lie beyond the block.
     std::size_t Counted() const {
         return std::min(static_cast<std::size_t>(std::max(m_count, 0)), m_block.size());
+    }
+
+    /// Makes no empty record first, which may cost more than the record itself.
+    bool AppendToFull(T &&record) {
+        if (m_count == INT32_MAX)
+            return false;
+        try {
+            m_block.push_back(std::move(record));
+        } catch (const std::bad_alloc &) {
+            return false;
+        }
+        m_capacity = ++m_count;
+        return true;
     }
 
     void CopyRecords(const RecordArray &other) {

@@ -45,7 +45,7 @@ std::int64_t CTavixImage::Stride() const {
 
 void CTavixImage::TakeBuffer(tavix::BufferPtr buffer, int width, int height, int length) {
     m_buffer = std::move(buffer);
-    m_visitMap.reset();
+    m_blobScratch.reset();
     m_width = width;
     m_height = height;
     m_imageLen = length;

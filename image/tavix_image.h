@@ -23,6 +23,7 @@ class CPointArray;
 }
 
 namespace tavix {
+struct BlobScratch;
 struct ImageBuffers;
 
 /// Frees an image's buffer: with the aligned delete[], or by giving up the host's object that it
@@ -346,7 +347,7 @@ protected:
     bool Allocate(int width, int height);
     /// Null when memory runs out.
     static tavix::BufferPtr NewBuffer(std::size_t length);
-    /// Replaces the buffer by one of that size, and drops the visit map.
+    /// Replaces the buffer by one of that size, and drops the blob scratch.
     void TakeBuffer(tavix::BufferPtr buffer, int width, int height, int length);
     /// The same with the buffer of an image of the same class, which is empty then.
     void TakeBufferOf(CTavixImage &source);
@@ -364,9 +365,9 @@ protected:
     std::int64_t Stride() const;
 
     tavix::BufferPtr m_buffer;
-    /// What blob traces note of each pixel (analysis/blob_tracer.h); made at the first blob call,
+    /// The memory in which blob analysis works (analysis/blob_engine.h); made at the first blob call,
     /// dropped with the buffer it belongs to.
-    mutable std::unique_ptr<unsigned char[]> m_visitMap;
+    mutable std::shared_ptr<tavix::BlobScratch> m_blobScratch;
     int m_width = 0;
     int m_height = 0;
     int m_bitCount;
