@@ -75,8 +75,7 @@ std::optional<int> InMemory(BlobMemory &memory, Operation operation) {
 /// All seeds of the area, with traces that stop at a number of pixels. As long as none was stopped,
 /// visited seeds are passed over: they have neighbours of the class.
 template <typename Take>
-int WalkCapped(const BlobSource &source, const CountBounds &bounds, BlobWalker &walker,
-               std::vector<POINT> *points, Take take) {
+int WalkCapped(const BlobSource &source, const CountBounds &bounds, BlobWalker &walker, Take take) {
     const SeedArea &area = source.area;
     // Only another rule for neighbours can make a blob of a visited seed.
     const bool mayRepeat = source.neighbours && bounds.minCount <= 1;
@@ -95,7 +94,7 @@ int WalkCapped(const BlobSource &source, const CountBounds &bounds, BlobWalker &
             return wasStopped || mayRepeat ? walker.FindOfClass(x, y) : walker.FindUnvisited(x, y);
         };
         for (int x = nextSeed(area.x1); x <= area.x2; x = nextSeed(x + 1)) {
-            const BlobTrace blob = walker.Trace(x, y, bounds.maxCount, points);
+            const BlobTrace blob = walker.Trace(x, y, bounds.maxCount);
             wasStopped = wasStopped || blob.pixelCount == bounds.maxCount;
             const bool hasNeighbour =
                 lone ? (loneBits[static_cast<std::size_t>(x) / WORD_BITS] >> x % WORD_BITS & 1) == 0
@@ -103,7 +102,7 @@ int WalkCapped(const BlobSource &source, const CountBounds &bounds, BlobWalker &
             const bool isTaken = blob.IsOnePoint() ? bounds.minCount == 1 && !hasNeighbour
                                                    : bounds.minCount <= blob.pixelCount;
             if (isTaken) {
-                take();
+                take(walker.Points(blob));
                 ++count;
             }
         }
@@ -228,7 +227,7 @@ std::optional<int> CountBlobs(const BlobSource &source, const CountBounds &bound
                               BlobMemory &memory) {
     return InMemory(memory, [&](BlobScratch &scratch) {
         BlobWalker walker(source.pixels, source.width, source.height, scratch.walk);
-        return WalkCapped(source, bounds, walker, nullptr, [] {});
+        return WalkCapped(source, bounds, walker, [](std::span<const POINT>) {});
     });
 }
 
@@ -236,7 +235,7 @@ std::optional<int> CollectBlobs(const BlobSource &source, const CountBounds &bou
                                 BlobMemory &memory, const TakePoints &take) {
     return InMemory(memory, [&](BlobScratch &scratch) {
         BlobWalker walker(source.pixels, source.width, source.height, scratch.walk);
-        return WalkCapped(source, bounds, walker, &scratch.points, [&] { take(scratch.points); });
+        return WalkCapped(source, bounds, walker, take);
     });
 }
 
@@ -251,13 +250,13 @@ std::optional<int> CollectBlobs(const BlobSource &source, const SizeBounds &boun
         for (int y = area.y1; y <= area.y2; ++y)
             for (int x = walker.FindUnvisited(area.x1, y); x <= area.x2;
                  x = walker.FindUnvisited(x + 1, y)) {
-                const BlobTrace blob = walker.Trace(x, y, NO_CAP, &scratch.points);
+                const BlobTrace blob = walker.Trace(x, y, NO_CAP);
                 const bool isTaken =
                     blob.IsOnePoint()
                         ? bounds.TakesOnePixel()
                         : bounds.Accept(long{blob.right} - blob.left, long{blob.bottom} - blob.top);
                 if (isTaken) {
-                    take(scratch.points);
+                    take(walker.Points(blob));
                     ++count;
                 }
             }
@@ -283,8 +282,7 @@ bool CollectPiece(const PixelClass &pixels, int width, int height, const POINT &
         BlobWalker walker(pixels, width, height, scratch.walk);
         if (!walker.IsOfClass(seed.x, seed.y))
             return 0;
-        walker.Trace(seed.x, seed.y, maxCount > 0 ? maxCount : NO_CAP, &scratch.points);
-        take(scratch.points);
+        take(walker.Points(walker.Trace(seed.x, seed.y, maxCount > 0 ? maxCount : NO_CAP)));
         return 1;
     });
     return count == 1;

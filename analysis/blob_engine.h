@@ -77,7 +77,6 @@ struct BlobSource {
 /// two bits a pixel.
 struct BlobScratch {
     BlobWalker::Scratch walk;
-    std::vector<POINT> points;
     RunLabeling::Scratch labeling;
 };
 

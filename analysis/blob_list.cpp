@@ -2,7 +2,6 @@
 // output, and hands them to the engine.
 
 #include "TAVIX20/analysis/blob_engine.h"
-#include "TAVIX20/analysis/blob_output.h"
 #include "TAVIX20/containers/blob_rect_array.h"
 #include "TAVIX20/containers/pixel_array_array.h"
 #include "TAVIX20/containers/point_array_array.h"
@@ -67,11 +66,9 @@ int Append(const Call &call, const Bounds &bounds, tavix::BlobMemory &memory, Ar
 template <typename Bounds>
 int AppendPoints(const Call &call, const Bounds &bounds, tavix::BlobMemory &memory,
                  CPointArrayArray &blobs) {
-    TavixArray::CPointArray blob;
     return Append(call, bounds, memory, blobs,
-                  [&blob](CPointArrayArray &found, std::span<const POINT> points) {
-                      tavix::SetPoints(blob, points);
-                      found.Add(blob);
+                  [](CPointArrayArray &found, std::span<const POINT> points) {
+                      found.Add(TavixArray::CPointArray(points));
                   });
 }
 

@@ -1,8 +1,8 @@
 // Single blobs of grey images, and blobs of colour images.
 
 #include "TAVIX20/analysis/blob_engine.h"
-#include "TAVIX20/analysis/blob_output.h"
 #include "TAVIX20/containers/blob_rect_array.h"
+#include "TAVIX20/containers/point_array.h"
 #include "TAVIX20/image/tavix_image24.h"
 #include "TAVIX20/image/tavix_image8.h"
 
@@ -20,7 +20,7 @@ int Piece(const CTavixImage &image, const tavix::PixelClass &pixels, const POINT
           long maxCount, tavix::BlobMemory &memory, CPointArray &points) {
     const bool isTaken = tavix::CollectPiece(
         pixels, image.GetWidth(), image.GetHeight(), seed, maxCount, memory,
-        [&points](std::span<const POINT> piece) { tavix::SetPoints(points, piece); });
+        [&points](std::span<const POINT> piece) { points = CPointArray(piece); });
     return isTaken ? points.GetElementCount() : 0;
 }
 

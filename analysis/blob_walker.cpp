@@ -7,6 +7,9 @@ namespace tavix {
 
 namespace {
 
+/// Points for which there is room at first.
+constexpr std::size_t FIRST_ROOM = 1024;
+
 std::size_t WordOf(int x) {
     return static_cast<std::size_t>(x) / WORD_BITS;
 }
@@ -34,6 +37,7 @@ BlobWalker::BlobWalker(const PixelClass &pixels, int width, int height, Scratch 
         pixels.MarkRow(y, ofClass.data() + RowAt(y));
     std::fill_n(ofClass.end() - static_cast<std::ptrdiff_t>(m_wordCount), m_wordCount, 0);
     scratch.unvisited = ofClass;
+    scratch.points.resize(std::max<std::size_t>(scratch.points.size(), FIRST_ROOM));
 }
 
 bool BlobWalker::IsSet(const Map &map, int x, int y) const {
@@ -157,52 +161,50 @@ bool BlobWalker::StepBack(int &x, int &y) {
     }
 }
 
-BlobTrace BlobWalker::Trace(int seedX, int seedY, std::int64_t maxCount,
-                            std::vector<POINT> *points) {
+BlobTrace BlobWalker::Trace(int seedX, int seedY, std::int64_t maxCount) {
     BlobTrace blob{1, seedX, seedY, seedX, seedY};
     int x = seedX;
     int y = seedY;
+    std::vector<POINT> &points = m_scratch.points;
+    points[0] = {x, y};
     TakeOne(x, y);
-    if (points)
-        points->assign(1, {x, y});
     m_scratch.way.assign(1, {y, x, x});
-    // Takes count pixels from x on in that direction.
-    const auto take = [&](int count, int step) {
-        if (points) {
-            const std::size_t size = points->size();
-            points->resize(size + static_cast<std::size_t>(count));
-            POINT *point = points->data() + size;
-            for (int i = 1; i <= count; ++i)
-                *point++ = {x + i * step, y};
-        }
+    // Takes count pixels from x on to the left or right.
+    const auto takeAcross = [&](int available, int step) {
+        const int count =
+            static_cast<int>(std::min<std::int64_t>(available, maxCount - blob.pixelCount));
+        const auto size = static_cast<std::size_t>(blob.pixelCount);
+        if (size + static_cast<std::size_t>(count) > points.size())
+            points.resize(2 * points.size() + static_cast<std::size_t>(count));
         m_scratch.way.push_back({y, x + step, x + count * step});
-        x += count * step;
-        ClearSpan(y, std::min(x, m_scratch.way.back().from),
-                  std::max(x, m_scratch.way.back().from));
+        POINT *point = points.data() + size;
+        for (int i = 0; i < count; ++i)
+            *point++ = {x += step, y};
         blob.pixelCount += count;
     };
-    const auto step = [&](int down) {
-        y += down;
-        if (points)
-            points->push_back({x, y});
+    const auto takeOneDown = [&](int step) {
+        y += step;
+        if (static_cast<std::size_t>(blob.pixelCount) == points.size())
+            points.resize(2 * points.size());
+        points[static_cast<std::size_t>(blob.pixelCount++)] = {x, y};
         m_scratch.way.push_back({y, x, x});
-        ++blob.pixelCount;
-    };
-    const auto limited = [&](int count) {
-        return static_cast<int>(std::min<std::int64_t>(count, maxCount - blob.pixelCount));
     };
     while (blob.pixelCount < maxCount) {
         if (const int toTheLeft = UnvisitedToTheLeft(x, y); toTheLeft > 0) {
-            take(limited(toTheLeft), -1);
+            const int right = x - 1;
+            takeAcross(toTheLeft, -1);
+            ClearSpan(y, x, right);
             blob.left = std::min(blob.left, x);
         } else if (const int toTheRight = UnvisitedToTheRight(x, y); toTheRight > 0) {
-            take(limited(toTheRight), 1);
+            const int left = x + 1;
+            takeAcross(toTheRight, 1);
+            ClearSpan(y, left, x);
             blob.right = std::max(blob.right, x);
         } else if (TakeOne(x, y - 1)) {
-            step(-1);
+            takeOneDown(-1);
             blob.top = std::min(blob.top, y);
         } else if (TakeOne(x, y + 1)) {
-            step(1);
+            takeOneDown(1);
             blob.bottom = std::max(blob.bottom, y);
         } else if (!StepBack(x, y)) {
             break;

@@ -15,6 +15,7 @@
 #include "TAVIX20/analysis/pixel_class.h"
 
 #include <cstdint>
+#include <span>
 #include <vector>
 
 namespace tavix {
@@ -44,6 +45,8 @@ public:
         std::vector<std::uint64_t> ofClass; ///< With an empty row above and below.
         std::vector<std::uint64_t> unvisited;
         std::vector<Stretch> way;
+        std::vector<POINT>
+            points; ///< Room for the pixels of a blob, and what is left of larger ones.
     };
 
     /// Marks the pixels of the class. Throws std::bad_alloc.
@@ -58,9 +61,12 @@ public:
     int FindOfClass(int x, int y) const { return Find(m_scratch.ofClass, x, y); }
     int FindUnvisited(int x, int y) const { return Find(m_scratch.unvisited, x, y); }
 
-    /// Walks from the seed, visited before or not, until the blob or maxCount pixels are done. The
-    /// pixels taken replace points, the seed first, unless that is null.
-    BlobTrace Trace(int seedX, int seedY, std::int64_t maxCount, std::vector<POINT> *points);
+    /// Walks from the seed, visited before or not, until the blob or maxCount pixels are done.
+    BlobTrace Trace(int seedX, int seedY, std::int64_t maxCount);
+    /// The pixels of the last trace in the order in which they were taken, the seed first.
+    std::span<const POINT> Points(const BlobTrace &last) const {
+        return {m_scratch.points.data(), static_cast<std::size_t>(last.pixelCount)};
+    }
 
 private:
     using Map = std::vector<std::uint64_t>;

@@ -15,6 +15,19 @@ namespace tavix::HWY_NAMESPACE {
 
 using Component = RunLabeling::Component;
 
+/// Writes value(bit) for each set bit; returns where the next one goes. The first few are written
+/// whether there are so many or not, since a loop that ends after a changing number of rounds costs
+/// more.
+template <typename Value, typename Out>
+HWY_INLINE Out *WriteBits(std::uint64_t bits, Out *out, Value value) {
+    const int count = std::popcount(bits);
+    for (int i = 0; i < RunLabeling::SPARE; ++i, bits &= bits - 1)
+        out[i] = value(std::countr_zero(bits) & (WORD_BITS - 1));
+    for (int i = RunLabeling::SPARE; i < count; ++i, bits &= bits - 1)
+        out[i] = value(std::countr_zero(bits));
+    return out + count;
+}
+
 /// Writes start and end of each run; returns how many runs there are.
 std::size_t FindRuns(const std::uint64_t *words, std::size_t wordCount, int width,
                      std::int32_t *edges) {
@@ -23,9 +36,9 @@ std::size_t FindRuns(const std::uint64_t *words, std::size_t wordCount, int widt
     for (std::size_t word = 0; word < wordCount; ++word) {
         const std::uint64_t bits = words[word];
         // The bits that differ from the one before them: starts and ends in turn.
-        for (std::uint64_t changes = bits ^ (bits << 1 | carry); changes != 0;
-             changes &= changes - 1)
-            *edge++ = static_cast<std::int32_t>(word) * WORD_BITS + std::countr_zero(changes);
+        edge = WriteBits(bits ^ (bits << 1 | carry), edge, [word](int bit) {
+            return static_cast<std::int32_t>(word) * WORD_BITS + bit;
+        });
         carry = bits >> (WORD_BITS - 1);
     }
     if (carry != 0)
@@ -56,10 +69,11 @@ private:
 };
 
 /// Gives the runs of a row the components of those they touch in the row above, and joins
-/// components that meet.
+/// components that meet. Touches is room for as many as runs may be.
 void LinkRows(const std::uint64_t *aboveWords, const std::uint32_t *aboveComponents,
               const std::uint64_t *words, std::uint32_t *ofRuns, std::size_t wordCount,
-              Component *components) {
+              RunLabeling::Touch *touches, Component *components) {
+    RunLabeling::Touch *end = touches;
     Starts upper;
     Starts lower;
     std::uint64_t carry = 0;
@@ -67,21 +81,22 @@ void LinkRows(const std::uint64_t *aboveWords, const std::uint32_t *aboveCompone
         upper.Enter(aboveWords[word]);
         lower.Enter(words[word]);
         const std::uint64_t common = aboveWords[word] & words[word];
-        std::uint64_t touches = common & ~(common << 1 | carry);
+        end = WriteBits(common & ~(common << 1 | carry), end, [&](int bit) {
+            return RunLabeling::Touch{upper.RunAt(bit), lower.RunAt(bit)};
+        });
         carry = common >> (WORD_BITS - 1);
-        for (; touches != 0; touches &= touches - 1) {
-            const int bit = std::countr_zero(touches);
-            const std::uint32_t from = aboveComponents[upper.RunAt(bit)];
-            std::uint32_t &to = ofRuns[lower.RunAt(bit)];
-            if (to == RunLabeling::NONE) {
-                to = from;
-                continue;
-            }
-            const std::uint32_t a = FindWhole(components, from);
-            const std::uint32_t b = FindWhole(components, to);
-            to = std::min(a, b);
-            components[std::max(a, b)].parent = to;
+    }
+    for (const RunLabeling::Touch *touch = touches; touch != end; ++touch) {
+        const std::uint32_t from = aboveComponents[touch->upper];
+        std::uint32_t &to = ofRuns[touch->lower];
+        if (to == RunLabeling::NONE) {
+            to = from;
+            continue;
         }
+        const std::uint32_t a = FindWhole(components, from);
+        const std::uint32_t b = FindWhole(components, to);
+        to = std::min(a, b);
+        components[std::max(a, b)].parent = to;
     }
 }
 
@@ -100,10 +115,11 @@ RunLabeling::RunLabeling(const PixelClass &pixels, int width, int height, Runs r
     m_components.clear();
     const std::size_t wordCount = WordsOf(width);
     const std::size_t mostRuns = static_cast<std::size_t>(width) / 2 + 1;
+    std::vector<Touch> touches(mostRuns + SPARE);
     Row above;
     Row row;
     for (Row *one : {&above, &row}) {
-        one->edges.resize(2 * mostRuns);
+        one->edges.resize(2 * mostRuns + SPARE);
         one->component.resize(mostRuns);
         one->words.resize(wordCount);
     }
@@ -114,7 +130,7 @@ RunLabeling::RunLabeling(const PixelClass &pixels, int width, int height, Runs r
         std::fill_n(row.component.begin(), row.runCount, NONE);
         HWY_DYNAMIC_DISPATCH(LinkRows)
         (above.words.data(), above.component.data(), row.words.data(), row.component.data(),
-         wordCount, m_components.data());
+         wordCount, touches.data(), m_components.data());
         AddRuns(row, y);
         if (runs == Runs::Noted) {
             m_rows.push_back(m_noted.size());

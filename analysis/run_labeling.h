@@ -35,6 +35,14 @@ public:
     };
 
     static constexpr std::uint32_t NONE = ~std::uint32_t{0};
+    /// How much is written beyond the end of a list.
+    static constexpr int SPARE = 4;
+
+    /// Two runs with a column in common, by their places in their rows.
+    struct Touch {
+        std::uint32_t upper;
+        std::uint32_t lower;
+    };
 
     /// Whether the component of every run is noted, too.
     enum class Runs { Forgotten, Noted };

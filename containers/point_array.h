@@ -6,6 +6,8 @@
 #include "TAVIX20/platform/geometry.h"
 #include "TAVIX20/platform/region.h"
 
+#include <span>
+
 class CTavixImage8;
 
 namespace TavixArray {
@@ -32,6 +34,9 @@ public:
     explicit CPointArray(int capacity) : RecordArray(capacity) {}
     /// A copy of count points.
     CPointArray(const tagPOINT *points, int count);
+    /// Exactly these points, with a capacity of as many.
+    explicit CPointArray(std::span<const tagPOINT> points)
+        : RecordArray(points.data(), static_cast<std::int32_t>(points.size())) {}
 
     /// Appends count points in order; nothing for count <= 0.
     virtual void AddPoints(const tagPOINT *points, int count);

@@ -1,5 +1,7 @@
 #include "TAVIX20/containers/point_array_array.h"
 
+#include <utility>
+
 namespace TavixArray {
 
 namespace {
@@ -16,6 +18,10 @@ void CPointArrayArray::Add(const CPointArrayArray &other) {
 
 void CPointArrayArray::Add(const CPointArray &points) {
     Append(points);
+}
+
+void CPointArrayArray::Add(CPointArray &&points) {
+    Append(std::move(points));
 }
 
 void CPointArrayArray::Insert(int index, const CPointArray &points) {

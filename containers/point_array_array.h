@@ -20,6 +20,8 @@ public:
     virtual void Add(const CPointArrayArray &other);
     /// Appends a copy; a full list grows by one.
     virtual void Add(const CPointArray &points);
+    /// The same, taking the points over.
+    void Add(CPointArray &&points);
     using RecordArray::Remove;
     /// Overwrites as CPointArray::Insert does.
     virtual void Insert(int index, const CPointArray &points);

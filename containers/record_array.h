@@ -87,6 +87,15 @@ protected:
             m_capacity = capacity;
     }
 
+    /// Exactly these records, as a copy of an array that counts them.
+    RecordArray(const T *records, std::int32_t n) {
+        try {
+            m_block.assign(records, records + n);
+            m_capacity = m_count = n;
+        } catch (const std::bad_alloc &) {
+        }
+    }
+
     /// Copies hold exactly the counted records: their capacity is their count.
     RecordArray(const RecordArray &other) : Fields<T>() { CopyRecords(other); }
     RecordArray &operator=(const RecordArray &other) {
@@ -118,7 +127,9 @@ protected:
 
     /// Adds a copy of the record; a full array's capacity rises to count + step.
     bool Append(const T &record, std::int32_t step = 1) {
-        T copy = record; // The record may lie in this block.
+        return Append(T(record), step); // The record may lie in this block.
+    }
+    bool Append(T &&copy, std::int32_t step = 1) {
         if (step == 1 && m_count == m_capacity && Counted() == m_block.size())
             return AppendToFull(std::move(copy));
         if (!Grow(1, step))
