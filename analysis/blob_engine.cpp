@@ -111,9 +111,10 @@ int WalkCapped(const BlobSource &source, const CountBounds &bounds, BlobWalker &
 }
 
 bool Accept(const SizeBounds &bounds, const RunLabeling::Component &component) {
-    return component.pixelCount == 1 ? bounds.TakesOnePixel()
-                                     : bounds.Accept(long{component.right} - component.left,
-                                                     long{component.bottom} - component.top);
+    const bool isOnePixel = component.pixelCount == 1;
+    const bool hasSize = bounds.Accept(long{component.right} - component.left,
+                                       long{component.bottom} - component.top);
+    return (isOnePixel & bounds.TakesOnePixel()) | (!isOnePixel & hasSize);
 }
 
 _stBlobRect RecordOf(const RunLabeling::Component &component) {
@@ -145,19 +146,17 @@ std::optional<int> ListComponents(const BlobSource &source, const SizeBounds &bo
     const RunLabeling labeling(source.pixels, source.width, source.height,
                                RunLabeling::Runs::Forgotten, scratch);
     const auto &components = labeling.Components();
-    const auto isBlob = [&](std::uint32_t i) {
-        return labeling.IsWhole(i) && Accept(bounds, components[i]);
-    };
-    int count = 0;
-    for (std::uint32_t i = 0; i < components.size(); ++i)
-        count += isBlob(i) ? 1 : 0;
-    std::uint32_t next = 0;
-    const bool isFilled = Fill(blobs, count, [&] {
-        while (!isBlob(next))
-            ++next;
-        return RecordOf(components[next++]);
-    });
-    return isFilled ? std::optional(count) : std::nullopt;
+    std::vector<std::uint32_t> &accepted = scratch.accepted;
+    accepted.resize(components.size() + 1);
+    std::size_t count = 0;
+    for (std::uint32_t i = 0; i < components.size(); ++i) {
+        accepted[count] = i;
+        count += static_cast<std::size_t>(labeling.IsWhole(i) & Accept(bounds, components[i]));
+    }
+    const std::uint32_t *next = accepted.data();
+    const auto blobCount = static_cast<int>(count);
+    const bool isFilled = Fill(blobs, blobCount, [&] { return RecordOf(components[*next++]); });
+    return isFilled ? std::optional(blobCount) : std::nullopt;
 }
 
 /// Blobs in the order of their first pixels in the area, and among them the later pixels that are

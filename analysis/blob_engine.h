@@ -48,9 +48,10 @@ struct SizeBounds {
     /// Without sense, or for more than one seed to be a blob of one pixel.
     bool Refuses() const { return minWidth < 1 || maxWidth < 1; }
     bool TakesOnePixel() const { return minWidth == 1 && minHeight == 1; }
+    /// Without branches, for the sizes of blobs cannot be foretold.
     bool Accept(long width, long height) const {
-        return minWidth - slack <= width && width < maxWidth && minHeight - slack <= height &&
-               height < maxHeight;
+        return (minWidth - slack <= width) & (width < maxWidth) & (minHeight - slack <= height) &
+               (height < maxHeight);
     }
 };
 

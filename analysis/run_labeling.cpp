@@ -20,6 +20,8 @@ using Component = RunLabeling::Component;
 /// more.
 template <typename Value, typename Out>
 HWY_INLINE Out *WriteBits(std::uint64_t bits, Out *out, Value value) {
+    if (bits == 0)
+        return out;
     const int count = std::popcount(bits);
     for (int i = 0; i < RunLabeling::SPARE; ++i, bits &= bits - 1)
         out[i] = value(std::countr_zero(bits) & (WORD_BITS - 1));

@@ -36,7 +36,7 @@ public:
 
     static constexpr std::uint32_t NONE = ~std::uint32_t{0};
     /// How much is written beyond the end of a list.
-    static constexpr int SPARE = 4;
+    static constexpr int SPARE = 2;
 
     /// Two runs with a column in common, by their places in their rows.
     struct Touch {
@@ -82,6 +82,7 @@ private:
 
 struct RunLabeling::Scratch {
     std::vector<Component> components;
+    std::vector<std::uint32_t> accepted; ///< For whoever chooses among them.
 };
 
 /// The whole component that this one belongs to, with every second pointer on the way moved up by

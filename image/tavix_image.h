@@ -365,8 +365,8 @@ protected:
     std::int64_t Stride() const;
 
     tavix::BufferPtr m_buffer;
-    /// The memory in which blob analysis works (analysis/blob_engine.h); made at the first blob call,
-    /// dropped with the buffer it belongs to.
+    /// The memory in which blob analysis works (analysis/blob_engine.h); made at the first blob
+    /// call, dropped with the buffer it belongs to.
     mutable std::shared_ptr<tavix::BlobScratch> m_blobScratch;
     int m_width = 0;
     int m_height = 0;
