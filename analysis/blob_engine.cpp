@@ -145,7 +145,7 @@ std::optional<int> ListComponents(const BlobSource &source, const SizeBounds &bo
                                   RunLabeling::Scratch &scratch, CBlobRectArray &blobs) {
     const RunLabeling labeling(source.pixels, source.width, source.height,
                                RunLabeling::Runs::Forgotten, scratch);
-    const auto &components = labeling.Components();
+    const auto components = labeling.Components();
     std::vector<std::uint32_t> &accepted = scratch.accepted;
     accepted.resize(components.size() + 1);
     std::size_t count = 0;
@@ -165,7 +165,7 @@ std::optional<int> ListSeeds(const BlobSource &source, const SizeBounds &bounds,
                              RunLabeling::Scratch &scratch, CBlobRectArray &blobs) {
     const RunLabeling labeling(source.pixels, source.width, source.height, RunLabeling::Runs::Noted,
                                scratch);
-    const auto &components = labeling.Components();
+    const auto components = labeling.Components();
     const std::size_t wordCount = WordsOf(source.width);
     std::vector<std::uint64_t> words(wordCount);
     std::vector<bool> isListed(components.size(), false);

@@ -19,6 +19,7 @@
 #include "TAVIX20/analysis/pixel_class.h"
 
 #include <cstdint>
+#include <span>
 #include <vector>
 
 namespace tavix {
@@ -54,7 +55,7 @@ public:
     RunLabeling(const PixelClass &pixels, int width, int height, Runs runs, Scratch &scratch);
 
     /// In raster order of their first pixels; whole ones among those that met another.
-    const std::vector<Component> &Components() const { return m_components; }
+    std::span<const Component> Components() const { return {m_components.data(), m_count}; }
     bool IsWhole(std::uint32_t component) const {
         return m_components[component].parent == component;
     }
@@ -63,19 +64,25 @@ public:
     const std::vector<std::uint32_t> &ComponentsOfRuns() const { return m_noted; }
     const std::vector<std::size_t> &Rows() const { return m_rows; }
 
-private:
+    /// Where runs start in a word, and how many do before it.
+    struct WordStarts {
+        std::uint64_t bits;
+        std::uint32_t before;
+    };
     /// The runs of a row.
     struct Row {
         std::vector<std::int32_t> edges;      ///< Start and end of each, end exclusive.
         std::vector<std::uint32_t> component; ///< Of each.
         std::vector<std::uint64_t> words;     ///< The pixels.
+        std::vector<WordStarts> starts;
         std::size_t runCount = 0;
     };
 
-    void AddRuns(Row &row, int y);
+private:
     void FoldIntoWhole();
 
-    std::vector<Component> &m_components;
+    std::vector<Component> &m_components; ///< With room for more.
+    std::size_t m_count = 0;
     std::vector<std::uint32_t> m_noted;
     std::vector<std::size_t> m_rows;
 };

@@ -21,23 +21,11 @@ void AddImageComparisons() {
 
     AddComparison({"Clone, 2048 x 2048 grey", "memcpy into a new buffer", 0.83,
                    [grey] { const std::unique_ptr<CTavixImage> copy(grey->Clone()); },
-                   [grey] {
-                       const auto length = static_cast<std::size_t>(grey->GetImageLen());
-                       const std::unique_ptr<unsigned char[]> copy(new unsigned char[length]);
-                       std::memcpy(copy.get(), grey->GetImagePtr(), length);
-                       benchmark::DoNotOptimize(copy.get());
-                       benchmark::ClobberMemory();
-                   }});
+                   MemcpyOf(grey)});
     const auto large = std::make_shared<CTavixImage8>(10240, 10240);
     AddComparison({"Clone, 100 MB", "memcpy into a new buffer", 0.83,
                    [large] { const std::unique_ptr<CTavixImage> copy(large->Clone()); },
-                   [large] {
-                       const auto length = static_cast<std::size_t>(large->GetImageLen());
-                       const std::unique_ptr<unsigned char[]> copy(new unsigned char[length]);
-                       std::memcpy(copy.get(), large->GetImagePtr(), length);
-                       benchmark::DoNotOptimize(copy.get());
-                       benchmark::ClobberMemory();
-                   }});
+                   MemcpyOf(large)});
     AddComparison({"GetAutoThreshold, 2048 x 2048", "cv::threshold with Otsu's flag", 0.8,
                    [grey] { static_cast<void>(grey->GetAutoThreshold()); },
                    [grey] {

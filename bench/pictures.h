@@ -3,6 +3,10 @@
 
 #include <TAVIX20.h>
 
+#include <benchmark/benchmark.h>
+
+#include <cstring>
+#include <functional>
 #include <memory>
 #include <random>
 #include <string>
@@ -28,4 +32,16 @@ inline std::shared_ptr<CTavixImage8> Photograph(const std::string &name) {
         for (int x = 0; x < SIDE; x += photograph->GetWidth())
             image->Copy(x, y, photograph.get());
     return image;
+}
+
+/// The peer of operations that copy an image.
+template <typename Image>
+std::function<void()> MemcpyOf(const std::shared_ptr<Image> &image) {
+    return [image] {
+        const auto length = static_cast<std::size_t>(image->GetImageLen());
+        const std::unique_ptr<unsigned char[]> copy(new unsigned char[length]);
+        std::memcpy(copy.get(), image->GetImagePtr(), length);
+        benchmark::DoNotOptimize(copy.get());
+        benchmark::ClobberMemory();
+    };
 }

@@ -70,26 +70,14 @@ void AddTransforms(const std::string &depth) {
                            cv::Mat out;
                            cv::flip(matrix, out, code);
                        }});
-    const auto length = static_cast<std::size_t>(image->GetImageLen());
     AddComparison({"CropImage2 of all" + SIZE + depth, "memcpy into a new buffer", COPYING,
                    [image] {
                        const std::unique_ptr<CTavixImage> crop(
                            image->CropImage2(0, 0, SIDE - 1, SIDE - 1));
                    },
-                   [image, length] {
-                       const std::unique_ptr<unsigned char[]> copy(new unsigned char[length]);
-                       std::memcpy(copy.get(), image->GetImagePtr(), length);
-                       benchmark::DoNotOptimize(copy.get());
-                       benchmark::ClobberMemory();
-                   }});
+                   MemcpyOf(image)});
     AddComparison({"Offset" + SIZE + depth, "memcpy into a new buffer", COPYING,
-                   [image] { image->Offset(3, 5); },
-                   [image, length] {
-                       const std::unique_ptr<unsigned char[]> copy(new unsigned char[length]);
-                       std::memcpy(copy.get(), image->GetImagePtr(), length);
-                       benchmark::DoNotOptimize(copy.get());
-                       benchmark::ClobberMemory();
-                   }});
+                   [image] { image->Offset(3, 5); }, MemcpyOf(image)});
 }
 
 /// The peers work in place as the operators do.

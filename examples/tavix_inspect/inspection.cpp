@@ -47,10 +47,17 @@ std::optional<Inspection> Inspect(const Options &options) {
     CTavixImage8 twoLevel(*inspection.picture);
     inspection.threshold = twoLevel.GetAutoThreshold();
     twoLevel.Threshold(static_cast<int>(inspection.threshold));
-    twoLevel.GetBlobList(options.dark ? 0 : 255, options.minWidth.value_or(1),
-                         options.maxWidth.value_or(twoLevel.GetWidth()),
-                         options.minHeight.value_or(1),
-                         options.maxHeight.value_or(twoLevel.GetHeight()), inspection.blobs);
+    const int value = options.dark ? 0 : 255;
+    const int width = twoLevel.GetWidth();
+    const int height = twoLevel.GetHeight();
+    const long minWidth = options.minWidth.value_or(1);
+    const long maxWidth = options.maxWidth.value_or(width);
+    const long minHeight = options.minHeight.value_or(1);
+    const long maxHeight = options.maxHeight.value_or(height);
+    twoLevel.GetBlobList(value, minWidth, maxWidth, minHeight, maxHeight, inspection.blobs);
+    if (!options.points.empty())
+        twoLevel.GetBlobList(0, 0, width - 1, height - 1, value, minWidth, maxWidth, minHeight,
+                             maxHeight, inspection.points);
     return inspection;
 }
 
@@ -76,6 +83,18 @@ bool WriteCsv(const CBlobRectArray &blobs, const std::string &path) {
         const _stBlobRect &blob = blobs[i];
         file << blob.left << ',' << blob.top << ',' << blob.right << ',' << blob.bottom << ','
              << blob.pixelCount << '\n';
+    }
+    file.close();
+    return !file.fail();
+}
+
+bool WritePoints(const TavixArray::CPointArrayArray &blobs, const std::string &path) {
+    std::ofstream file(path, std::ios::trunc);
+    for (int i = 0; i < blobs.GetElementCount(); ++i) {
+        const TavixArray::CPointArray &blob = blobs[i];
+        for (int k = 0; k < blob.GetElementCount(); ++k)
+            file << blob[k].x << ',' << blob[k].y << ';';
+        file << '\n';
     }
     file.close();
     return !file.fail();

@@ -11,6 +11,7 @@ struct Inspection {
     std::unique_ptr<CTavixImage8> picture; ///< As loaded.
     long threshold;                        ///< The automatic threshold.
     CBlobRectArray blobs;
+    TavixArray::CPointArrayArray points; ///< The pixels of each blob, where they are asked for.
 };
 
 /// Loads the picture, makes a two-level copy and lists its blobs. Nothing, with the reason on
@@ -22,3 +23,6 @@ void PrintReport(const Inspection &inspection);
 
 /// Writes the blobs as comma-separated values. False when the file cannot be written.
 bool WriteCsv(const CBlobRectArray &blobs, const std::string &path);
+
+/// Writes a line for each blob, its pixels as "x,y;". False when the file cannot be written.
+bool WritePoints(const TavixArray::CPointArrayArray &blobs, const std::string &path);

@@ -24,6 +24,11 @@ int main(int argc, char **argv) {
         return 1;
     }
 
+    if (!options->points.empty() && !WritePoints(inspection->points, options->points)) {
+        std::fprintf(stderr, "tavix-inspect: cannot write '%s'\n", options->points.c_str());
+        return 1;
+    }
+
     if (!options->screenshot.empty())
         return RenderScreenshot(*options, *inspection, argc, argv);
     if (!HasDisplay()) {

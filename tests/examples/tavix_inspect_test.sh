@@ -30,6 +30,12 @@ file_header=$(head -c 24 "$work/shot.png" | od -An -tx1 | tr -d ' \n')
 [[ $file_header == 89504e47*000001900000012c ]] ||
     fail "screenshot is not a PNG of 400 x 300: $file_header"
 
+# A line for each blob, with as many pixels as the table says.
+expect 0 "$picture" --csv "$work/blobs.csv" --points "$work/points.txt" --screenshot "$work/shot.png"
+[ "$(awk -F, 'NR > 1 { print $5 }' "$work/blobs.csv")" = "$(awk -F';' '{ print NF - 1 }' "$work/points.txt")" ] ||
+    fail "pixels differ from the counts"
+expect 1 "$picture" --points "$work/no/such/file" --screenshot "$work/shot.png"
+
 # Bounds restrict the list: every remaining blob satisfies them, and there are fewer.
 expect 0 "$picture" --csv "$work/large.csv" --screenshot "$work/shot.png" \
     --min-width 20 --max-width 60 --min-height 20 --max-height 60
