@@ -5,6 +5,7 @@
 
 #include "TAVIX20/image/tavix_image8.h"
 
+#include <algorithm>
 #include <array>
 #include <bitset>
 #include <new>
