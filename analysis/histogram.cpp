@@ -18,7 +18,7 @@ constexpr std::size_t BLOCK = 4 * WORD;
 constexpr std::size_t LEVELS = 256;
 constexpr std::size_t PAIRS = LEVELS * LEVELS;
 /// How many bytes a choice of the way holds for.
-constexpr std::size_t CHOICE = 1 << 14;
+constexpr std::size_t CHOICE = 1 << 16;
 
 std::uint64_t WordAt(const std::uint8_t *bytes) {
     std::uint64_t word;

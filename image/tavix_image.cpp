@@ -1,7 +1,6 @@
 #include "TAVIX20/image/tavix_image.h"
 
 #include "TAVIX20/image/layout.h"
-#include "TAVIX20/platform/memory.h"
 
 #include <algorithm>
 #include <cstring>
@@ -61,11 +60,8 @@ void CTavixImage::GiveUpBuffer() {
 }
 
 tavix::BufferPtr CTavixImage::NewBuffer(std::size_t length) {
-    tavix::BufferPtr buffer(static_cast<unsigned char *>(
+    return tavix::BufferPtr(static_cast<unsigned char *>(
         ::operator new[](length, tavix::BufferDeleter::BUFFER_ALIGNMENT, std::nothrow)));
-    if (buffer)
-        tavix::AdviseLargePages(buffer.get(), length);
-    return buffer;
 }
 
 bool CTavixImage::Allocate(int width, int height) {
