@@ -45,8 +45,9 @@ struct SizeBounds {
     long maxHeight;
     long slack = 0; ///< How much less than the lower bounds will do.
 
-    /// Without sense, or for more than one seed to be a blob of one pixel.
+    /// Whether the operation is to return 0 at once.
     bool Refuses() const { return minWidth < 1 || maxWidth < 1; }
+    /// The upper bounds do not matter to blobs of one pixel.
     bool TakesOnePixel() const { return minWidth == 1 && minHeight == 1; }
     /// Without branches, for the sizes of blobs cannot be foretold.
     bool Accept(long width, long height) const {
