@@ -10,6 +10,7 @@
 #include "TAVIX20/platform/region.h"
 #include "TAVIX20/platform/types.h"
 
+#include "TAVIX20/support/cx_archive.h"
 #include "TAVIX20/support/stdlib.h"
 
 #include "TAVIX20/containers/blob_rect_array.h"

@@ -20,7 +20,7 @@ trap 'printf "error: \"%s\" failed (line %s of %s)\n" "$BASH_COMMAND" "$LINENO" 
 packages=(
     g++ cmake ninja-build ccache pkg-config
     libopencv-core-dev libopencv-imgproc-dev libopencv-imgcodecs-dev
-    libhwy-dev qt6-base-dev libgtest-dev libbenchmark-dev
+    libhwy-dev libtinyxml-dev libzip-dev qt6-base-dev libgtest-dev libbenchmark-dev
 )
 
 is_installed() {
