@@ -1,0 +1,120 @@
+#include "TAVIX20/platform/file_handle.h"
+
+#include "TAVIX20/platform/last_error.h"
+
+#include "support/temporary_folder.h"
+
+#include <gtest/gtest.h>
+
+#include <thread>
+
+#include <fcntl.h>
+#include <unistd.h>
+
+using tavix::DescriptorFromHandle;
+using tavix::FileCreation;
+using tavix::FileHandle;
+using tavix::FileMode;
+
+namespace {
+
+constexpr DWORD BOTH = FILE_SHARE_READ | FILE_SHARE_WRITE;
+
+} // namespace
+
+TEST(LastErrorTest, BelongsToTheThread) {
+    SetLastError(5);
+    std::thread([] {
+        EXPECT_EQ(GetLastError(), ERROR_SUCCESS);
+        SetLastError(7);
+    }).join();
+    EXPECT_EQ(GetLastError(), 5u);
+}
+
+TEST(FileHandleTest, FailuresToOpenSayWhy) {
+    const TemporaryFolder folder;
+    const std::string file = folder.Make("file", "x");
+    struct Case {
+        std::string name;
+        DWORD error;
+    };
+    const Case cases[] = {
+        {folder / "missing", ERROR_FILE_NOT_FOUND},
+        {folder / "missing/file", ERROR_PATH_NOT_FOUND},
+        {file + "/below", ERROR_PATH_NOT_FOUND},
+        {folder.Path(), ERROR_ACCESS_DENIED},
+        {folder / std::string(300, 'n'), ERROR_FILENAME_EXCED_RANGE},
+    };
+    for (const Case &c : cases) {
+        SetLastError(0);
+        EXPECT_EQ(FileHandle::Open(c.name.c_str(), {}).Get(), INVALID_HANDLE_VALUE) << c.name;
+        EXPECT_EQ(GetLastError(), c.error) << c.name;
+    }
+    EXPECT_FALSE(FileHandle::Open(nullptr, {}).IsValid());
+    EXPECT_FALSE(FileHandle::Open(file.c_str(), {.access = 0}).IsValid());
+    EXPECT_EQ(GetLastError(), ERROR_INVALID_PARAMETER);
+}
+
+TEST(FileHandleTest, SharesAsItWasAsked) {
+    struct Case {
+        DWORD first;
+        DWORD second;
+        bool opens;
+    };
+    for (const Case &c : {Case{0, 0, false},
+                          {0, BOTH, false},
+                          {BOTH, 0, false},
+                          {BOTH, BOTH, true},
+                          {FILE_SHARE_READ, FILE_SHARE_WRITE, true}}) {
+        SCOPED_TRACE(testing::Message() << c.first << ' ' << c.second);
+        const TemporaryFolder folder;
+        const std::string name = folder.Make("file", "kept");
+        const FileHandle first = FileHandle::Open(name.c_str(), {.share = c.first});
+        const FileHandle second = FileHandle::Open(
+            name.c_str(),
+            {.access = GENERIC_WRITE, .share = c.second, .creation = FileCreation::CreateAlways});
+        EXPECT_EQ(second.IsValid(), c.opens);
+        EXPECT_EQ(folder.Content("file"), c.opens ? "" : "kept");
+        if (c.opens)
+            second.Close();
+        else
+            EXPECT_EQ(GetLastError(), ERROR_SHARING_VIOLATION);
+        EXPECT_TRUE(first.Close());
+        const FileHandle third = FileHandle::Open(name.c_str(), {.share = 0});
+        EXPECT_TRUE(third.IsValid() && third.Close());
+    }
+}
+
+TEST(FileHandleTest, InheritanceAccessAndClosedHandles) {
+    const TemporaryFolder folder;
+    const std::string name = folder.Make("file", "x");
+    for (const bool isInherited : {false, true}) {
+        const FileHandle file = FileHandle::Open(name.c_str(), {.isInherited = isInherited});
+        const int flags = fcntl(DescriptorFromHandle(file.Get()), F_GETFD);
+        EXPECT_EQ((flags & FD_CLOEXEC) == 0, isInherited);
+        EXPECT_EQ(file.Write("y", 1), 0u);
+        EXPECT_EQ(GetLastError(), ERROR_ACCESS_DENIED);
+        EXPECT_FALSE(file.SetEnd());
+        EXPECT_EQ(GetLastError(), ERROR_ACCESS_DENIED);
+        EXPECT_TRUE(file.Close());
+        EXPECT_FALSE(file.Close());
+        EXPECT_EQ(GetLastError(), ERROR_INVALID_HANDLE);
+    }
+    const FileHandle full = FileHandle::Open("/dev/full", {.access = GENERIC_WRITE});
+    EXPECT_EQ(full.Write("y", 1), 0u);
+    EXPECT_EQ(GetLastError(), ERROR_DISK_FULL);
+    full.Close();
+}
+
+TEST(FileHandleTest, PipesGiveWhatThereIs) {
+    int ends[2];
+    ASSERT_EQ(pipe(ends), 0);
+    const FileHandle from(tavix::HandleFromDescriptor(ends[0]));
+    const FileHandle into(tavix::HandleFromDescriptor(ends[1]));
+    char buffer[10];
+    EXPECT_EQ(into.Write("abc", 3), 3u);
+    EXPECT_EQ(from.Read(buffer, 10), 3u);
+    EXPECT_TRUE(into.Flush());
+    EXPECT_EQ(from.Seek(0, 1), -1);
+    EXPECT_TRUE(from.Close() && into.Close());
+}

@@ -1,0 +1,123 @@
+#include "TAVIX20/support/cx_mem_file.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <climits>
+#include <random>
+#include <string>
+
+namespace {
+
+/// The documented rules, with a string for the bytes.
+struct Model {
+    std::string bytes;
+    long position = 0;
+    long capacity = 0;
+
+    void Expand(long wanted) {
+        if (wanted > capacity)
+            capacity = capacity == 0 ? wanted : (wanted + 1023) / 1024 * 1024;
+    }
+    void Write(const std::string &data) {
+        const auto count = static_cast<long>(data.size());
+        const auto size = static_cast<long>(bytes.size());
+        if (capacity - size < count)
+            Expand(capacity + count);
+        position += count;
+        Expand(position);
+        bytes += data;
+        if (position > size)
+            bytes.resize(static_cast<std::size_t>(position), '\0');
+        else
+            bytes.resize(static_cast<std::size_t>(size));
+    }
+    std::string Read(std::size_t count) {
+        const auto start = std::min(static_cast<std::size_t>(position), bytes.size());
+        std::string read = bytes.substr(start, count);
+        position += static_cast<long>(read.size());
+        return read;
+    }
+};
+
+std::string Bytes(const CxMemFile &file) {
+    return {static_cast<const char *>(file), static_cast<std::size_t>(file.GetSize())};
+}
+
+} // namespace
+
+TEST(CxMemFileTest, FirstBlockIsExactAndLaterOnesAreRoundedUp) {
+    CxMemFile file(0);
+    EXPECT_EQ(file.GetDataPointer(), nullptr);
+    const std::string data(3000, 'x');
+    EXPECT_EQ(file.Write(data.data(), 3000), 3000u);
+    EXPECT_EQ(file.GetCapacity(), 3000);
+    EXPECT_EQ(file.Write("y", 1), 1u);
+    EXPECT_EQ(file.GetCapacity(), 3072);
+    EXPECT_EQ(Bytes(file), data + "y");
+    file.Empty();
+    EXPECT_EQ(file.GetSize() + file.GetCurPos(), 0);
+    EXPECT_EQ(file.GetCapacity(), 3072);
+    EXPECT_EQ(CxMemFile(-5).GetCapacity(), 0);
+    EXPECT_EQ(CxMemFile(77).GetCapacity(), 77);
+}
+
+TEST(CxMemFileTest, WritingAppendsWhereverThePositionIs) {
+    CxMemFile file;
+    file.WriteString(std::string(100, 'a').c_str());
+    EXPECT_EQ(file.SetCurPos(0), 0);
+    EXPECT_EQ(file.WriteString("0123456789"), 10u);
+    EXPECT_EQ(file.GetCurPos(), 10);
+    EXPECT_EQ(file.GetSize(), 100); // the ten bytes behind them are not valid yet
+    EXPECT_EQ(static_cast<const char *>(file)[100], '0');
+}
+
+TEST(CxMemFileTest, PositionsOutsideReadNothing) {
+    CxMemFile file;
+    file.WriteString("abc");
+    char byte = 0;
+    EXPECT_EQ(file.SetCurPos(4), 4);
+    EXPECT_EQ(file.GetSize(), 3);
+    EXPECT_EQ(file.Read(&byte, 1), 0u);
+    EXPECT_EQ(file.SetCurPos(-1), -1);
+    EXPECT_EQ(file.GetCurPos(), 4);
+}
+
+TEST(CxMemFileTest, FollowsItsRulesThroughRandomOperations) {
+    std::mt19937 random(7);
+    for (int run = 0; run < 20; ++run) {
+        CxMemFile file;
+        Model model;
+        for (int step = 0; step < 300; ++step) {
+            const auto count = random() % (step % 9 == 0 ? 5000 : 40) + 1;
+            if (const auto choice = random() % 8; choice < 4) {
+                const std::string data(count, static_cast<char>('a' + random() % 26));
+                ASSERT_EQ(file.Write(data.data(), static_cast<unsigned>(count)), count);
+                model.Write(data);
+            } else if (choice < 6) {
+                std::string read(count, '\0');
+                read.resize(file.Read(read.data(), static_cast<unsigned>(count)));
+                ASSERT_EQ(read, model.Read(count));
+            } else if (choice == 6) {
+                const auto position = static_cast<int>(random() % (model.bytes.size() + 60));
+                ASSERT_EQ(file.SetCurPos(position), position);
+                model.Expand(position);
+                model.position = position;
+            }
+            ASSERT_EQ(file.GetCapacity(), model.capacity);
+            ASSERT_EQ(file.GetCurPos(), model.position);
+            ASSERT_EQ(Bytes(file), model.bytes);
+        }
+    }
+}
+
+TEST(CxMemFileTest, WhatCannotBeHeldIsRefusedAndChangesNothing) {
+    CxMemFile file;
+    file.WriteString("abc");
+    EXPECT_EQ(file.Write("x", UINT_MAX), 0u);
+    EXPECT_EQ(file.SetCurPos(INT_MAX), -1); // would be rounded up past what an int tells
+    EXPECT_EQ(file.Write(nullptr, 5) + file.WriteString(nullptr) + file.Write("x", 0), 0u);
+    EXPECT_EQ(Bytes(file), "abc");
+    EXPECT_EQ(file.GetCapacity(), 3);
+    EXPECT_EQ(file.IsLoading() + file.IsStoring() + file.Flush() + file.Lock(1), 3);
+}
