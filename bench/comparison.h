@@ -25,5 +25,6 @@ void AddAnalysisComparisons();
 void AddBlobComparisons();
 void AddContainerComparisons();
 void AddDisplayComparisons();
+void AddFileComparisons();
 void AddImageComparisons();
 void AddTransformComparisons();

@@ -15,5 +15,6 @@ int main(int argc, char **argv) {
     AddBlobComparisons();
     AddContainerComparisons();
     AddDisplayComparisons();
+    AddFileComparisons();
     return RunComparisons(argc, argv);
 }
