@@ -2,11 +2,10 @@
 
 #include "TAVIX20/support/text_view.h"
 
-#include <algorithm>
 #include <charconv>
-#include <climits>
 #include <cmath>
 #include <cstdlib>
+#include <limits>
 
 #include <locale.h>
 
@@ -14,12 +13,9 @@ namespace tavix {
 
 namespace {
 
-constexpr std::string_view WHITE_SPACE = " \t\n\v\f\r";
-
 template <typename Integer>
 Integer ReadInteger(const char *text) {
-    std::string_view rest = ViewOf(text);
-    rest.remove_prefix(std::min(rest.find_first_not_of(WHITE_SPACE), rest.size()));
+    std::string_view rest = WithoutLeadingSpace(ViewOf(text));
     const bool negative = rest.starts_with('-');
     if (rest.starts_with('+')) {
         rest.remove_prefix(1);
