@@ -27,4 +27,5 @@ void AddContainerComparisons();
 void AddDisplayComparisons();
 void AddFileComparisons();
 void AddImageComparisons();
+void AddStringComparisons();
 void AddTransformComparisons();

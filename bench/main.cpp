@@ -16,5 +16,6 @@ int main(int argc, char **argv) {
     AddContainerComparisons();
     AddDisplayComparisons();
     AddFileComparisons();
+    AddStringComparisons();
     return RunComparisons(argc, argv);
 }

@@ -111,6 +111,17 @@ int RasterizeLine(int x1, int y1, int x2, int y2, TavixArray::CPointArray &point
     return static_cast<int>(longer) + 1;
 }
 
+int RasterizeSegment(int x1, int y1, int x2, int y2, TavixArray::CPointArray &points) {
+    const bool isInOrder = y1 < y2 || (y1 == y2 && x1 <= x2);
+    if (isInOrder)
+        return RasterizeLine(x1, y1, x2, y2, points);
+    TavixArray::CPointArray reversed;
+    const int count = RasterizeLine(x2, y2, x1, y1, reversed);
+    reversed.ReverseElements();
+    points.Add(reversed);
+    return count;
+}
+
 int RasterizeEllipse(int cx, int cy, int radiusX, int radiusY, double startDegrees,
                      double endDegrees, TavixArray::CPointArray &points) {
     if (radiusX < 0 || radiusX > MAX_RASTERIZED_RADIUS || radiusY < 0 ||

@@ -11,6 +11,9 @@ namespace tavix {
 /// Bresenham, "Algorithm for computer control of a digital plotter", 1965.
 int RasterizeLine(int x1, int y1, int x2, int y2, TavixArray::CPointArray &points);
 
+/// As RasterizeLine, but with the same pixels whichever end comes first.
+int RasterizeSegment(int x1, int y1, int x2, int y2, TavixArray::CPointArray &points);
+
 /// The largest radius that RasterizeEllipse takes.
 inline constexpr int MAX_RASTERIZED_RADIUS = 1 << 27;
 

@@ -43,7 +43,7 @@ void CStdlib::RotatePoint(double x, double y, double degrees, double cx, double 
 }
 
 int CStdlib::GetLineSegment(int x1, int y1, int x2, int y2, TavixArray::CPointArray &points) {
-    return tavix::RasterizeLine(x1, y1, x2, y2, points);
+    return tavix::RasterizeSegment(x1, y1, x2, y2, points);
 }
 
 int CStdlib::GetCycleSegment(int cx, int cy, int radius, TavixArray::CPointArray &points) {

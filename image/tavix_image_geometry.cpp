@@ -45,14 +45,7 @@ void CTavixImage::RotatePoint(double x, double y, double degrees, double cx, dou
 // Rasterised from the end that comes first in raster order, so that the pixels do not depend on the
 // direction.
 int CTavixImage::GetLineSegment(int x1, int y1, int x2, int y2, TavixArray::CPointArray &points) {
-    const bool isInOrder = y1 < y2 || (y1 == y2 && x1 <= x2);
-    if (isInOrder)
-        return tavix::RasterizeLine(x1, y1, x2, y2, points);
-    TavixArray::CPointArray reversed;
-    const int count = tavix::RasterizeLine(x2, y2, x1, y1, reversed);
-    reversed.ReverseElements();
-    points.Add(reversed);
-    return count;
+    return tavix::RasterizeSegment(x1, y1, x2, y2, points);
 }
 
 int CTavixImage::GetLineSegment2(int x1, int y1, int x2, int y2, TavixArray::CPointArray &points) {

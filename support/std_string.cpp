@@ -86,7 +86,7 @@ CStdString &CStdString::TrimAll() {
 int CStdString::Split(const char *delimiters, CStringArray &target) const {
     if (m_text.IsEmpty())
         return 0;
-    tavix::SplitText(ViewOf(m_text), ViewOf(delimiters),
+    tavix::SplitText(ViewOf(m_text), tavix::Delimiters(ViewOf(delimiters)),
                      [&](std::string_view piece) { target.Add(StringOf(piece)); });
     return target.GetSize();
 }

@@ -6,17 +6,27 @@
 
 namespace tavix {
 
+/// A set of characters that pieces of text are split at.
+class Delimiters {
+public:
+    explicit Delimiters(std::string_view characters) {
+        for (const char character : characters)
+            m_isOne[static_cast<unsigned char>(character)] = true;
+    }
+    bool Contains(char character) const { return m_isOne[static_cast<unsigned char>(character)]; }
+
+private:
+    std::array<bool, 256> m_isOne{};
+};
+
 /// Calls take(std::string_view) for each piece of the text, in order, empty ones included: every
-/// character that is one of the delimiters ends a piece, the end of the text ends the last one. So
-/// there is one piece more than delimiters met, and without delimiters one piece.
+/// delimiter ends a piece, the end of the text ends the last one. So there is one piece more than
+/// delimiters in the text.
 template <typename Take>
-void SplitText(std::string_view text, std::string_view delimiters, Take take) {
-    std::array<bool, 256> ends{};
-    for (const char delimiter : delimiters)
-        ends[static_cast<unsigned char>(delimiter)] = true;
+void SplitText(std::string_view text, const Delimiters &delimiters, Take take) {
     std::size_t begin = 0;
     for (std::size_t i = 0; i < text.size(); ++i)
-        if (ends[static_cast<unsigned char>(text[i])]) {
+        if (delimiters.Contains(text[i])) {
             take(text.substr(begin, i - begin));
             begin = i + 1;
         }

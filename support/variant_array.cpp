@@ -31,7 +31,13 @@ int CVariantArray::Split(const char *text, const char *delimiters) {
 int CVariantArray::AddPieces(std::string_view text, std::string_view delimiters) {
     if (text.empty())
         return 0;
-    tavix::SplitText(text, delimiters, [this](std::string_view piece) {
+    const tavix::Delimiters ends(delimiters);
+    const auto met =
+        std::count_if(text.begin(), text.end(), [&](char ch) { return ends.Contains(ch); });
+    const std::size_t needed = m_values.size() + static_cast<std::size_t>(met) + 1;
+    if (needed > m_values.capacity())
+        m_values.reserve(std::max(needed, 2 * m_values.capacity()));
+    tavix::SplitText(text, ends, [this](std::string_view piece) {
         m_values.emplace_back(tavix::StringOf(piece));
     });
     return GetCount();
