@@ -45,9 +45,9 @@ public:
     double ToDouble() const;
     /// The same number as ToInt, not a truth test: "2" gives 2, "true" gives 0.
     int ToBOOL() const { return ToInt(); }
-    /// With "," after every third digit before the point, counted from there; commas that stand
-    /// there already are left. A sign counts as a digit: "-123456" gives "-,123,456". A text that
-    /// begins with "." is returned unchanged.
+    /// With "," between groups of three characters, counted back from the first "." or the end. A
+    /// group that begins with a comma gets none; elsewhere commas count as digits, and so does a
+    /// sign: "-123456" gives "-,123,456". A text that begins with "." is returned unchanged.
     CString ToCurrencyString() const;
 
     // Tests: 1 or 0.

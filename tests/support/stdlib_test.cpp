@@ -1,8 +1,11 @@
 #include "TAVIX20/support/stdlib.h"
 
+#include "TAVIX20/containers/point_array.h"
+
 #include <gtest/gtest.h>
 
 #include <climits>
+#include <cmath>
 
 #include <sched.h>
 
@@ -27,4 +30,43 @@ TEST(CStdlibTest, ProcessorsAreThoseTheProcessMayUse) {
     ASSERT_EQ(sched_setaffinity(0, sizeof one, &one), 0);
     EXPECT_EQ(CStdlib::GetNumOfProcessors(), 1);
     ASSERT_EQ(sched_setaffinity(0, sizeof before, &before), 0);
+}
+
+TEST(CStdlibTest, AnglesAndRotation) {
+    EXPECT_EQ(CStdlib::GetDegree(5, 5, 5, -5), 90.0);
+    EXPECT_NEAR(CStdlib::GetDegree(0, 0, 10, 10), 315.0, 1e-9);
+    EXPECT_EQ(CStdlib::GetDegree3Point(9, 0, 0, 0, 0, 7), 90.0);
+    EXPECT_NEAR(CStdlib::GetDegree3Point(1, 9, 1, 1, 5, -3), 135.0, 1e-9);
+    EXPECT_EQ(CStdlib::GetDegree3Point(-4, 0, 0, 0, INT_MAX, 0), 180.0);
+
+    const struct {
+        CPoint point;
+        double degrees;
+        CPoint turned; ///< About (10, 20).
+    } cases[] = {{{15, 20}, 0.0, {15, 20}},
+                 {{15, 20}, 30.0, {14, 22}},            // (14.33, 22.5)
+                 {{15, 20}, -100.0, {9, 15}},           // (9.13, 15.08)
+                 {{-20, 20}, 45.0, {-11, -1}},          // (-11.2, -1.2)
+                 {{INT_MIN, 20}, 180.0, {INT_MAX, 19}}, // The sine of pi is not quite 0.
+                 {{1, 1}, NAN, {0, 0}}};
+    for (const auto &[point, degrees, turned] : cases)
+        EXPECT_EQ(CStdlib::RotatePoint(point, degrees, {10, 20}), turned) << degrees;
+    double x = 0, y = 0;
+    CStdlib::RotatePoint(15.0, 20.0, 30.0, 10.0, 20.0, &x, &y);
+    EXPECT_NEAR(x, 10 + 5 * std::sqrt(0.75), 1e-12);
+    EXPECT_NEAR(y, 22.5, 1e-12);
+
+    EXPECT_EQ(CStdlib::PointToMM(72), 25.4);
+    EXPECT_EQ(CStdlib::MMToPoint(25.4), 72.0);
+}
+
+TEST(CStdlibTest, SegmentsAreAppended) {
+    TavixArray::CPointArray points;
+    points.Add(7, 7);
+    EXPECT_EQ(CStdlib::GetLineSegment(0, 0, 2, -1, points), 3);
+    EXPECT_EQ(points[1] == CPoint(0, 0) && points[3] == CPoint(2, -1), true);
+    EXPECT_EQ(CStdlib::GetCycleSegment(0, 0, 1, points), 4);
+    EXPECT_EQ(CStdlib::GetEllipseSegment(0, 0, 3, 0, points), 7);
+    EXPECT_EQ(CStdlib::GetCycleSegment(0, 0, -1, points), 0);
+    EXPECT_EQ(points.GetElementCount(), 1 + 3 + 4 + 7);
 }
