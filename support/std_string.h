@@ -33,6 +33,9 @@ public:
     friend bool operator==(const CStdString &left, const CStdString &right) {
         return left.m_text == right.m_text;
     }
+    friend bool operator==(const CStdString &left, const CString &right) {
+        return left.m_text == right;
+    }
     friend bool operator==(const CStdString &left, const char *right) {
         return left.m_text == right;
     }
