@@ -22,6 +22,13 @@ public:
     /// Number of processors that this process may run on; at least 1.
     static int GetNumOfProcessors();
 
+    /// Dispatches pending messages of the calling thread, without waiting for any: with count -1 until
+    /// none is pending, with count > 0 up to count messages, else none. A message is one pass of the
+    /// thread's Qt event dispatcher: the events pending when it begins. With count -1, timers have one
+    /// turn, after the others. Does nothing without an application object, in a thread without an event
+    /// dispatcher, and when handlers that dispatch messages are nested 100 deep.
+    static void DoEvents(int count);
+
     // Calculator.
 
     /// The value of numbers joined by "+", "-", "*" and "/", strictly from left to right:
@@ -57,7 +64,6 @@ public:
 
     // Geometry. y grows downwards. Directions are degrees counter-clockwise as the picture is seen,
     // 0 to the right.
-
     /// Euclidean distance of two points, computed in double precision and truncated toward 0.
     static long Distance(int x1, int y1, int x2, int y2);
     /// The direction from the first point to the second, 0 <= result < 360; 0 for equal points.
