@@ -1,13 +1,11 @@
 #include "TAVIX20/support/worker_pool.h"
 
+#include "support/quiet_threads.h"
+
 #include <gtest/gtest.h>
 
 #include <atomic>
-#include <chrono>
-#include <filesystem>
-#include <fstream>
 #include <numeric>
-#include <string>
 #include <thread>
 #include <vector>
 
@@ -24,22 +22,6 @@ void Mark(WorkerPool &pool, std::vector<int> &values) {
         for (int i = slice.first; i < slice.end; ++i)
             ++values[static_cast<std::size_t>(i)];
     });
-}
-
-/// Returns when all other threads of the process have been seen asleep several times in a row: a
-/// sanitizer's allocator does not survive a fork while a starting thread holds its lock.
-void WaitUntilOtherThreadsSleep() {
-    for (int quiet = 0; quiet < 5;) {
-        std::this_thread::sleep_for(std::chrono::milliseconds(20));
-        bool allSleep = true;
-        for (const auto &task : std::filesystem::directory_iterator("/proc/self/task")) {
-            std::string text;
-            std::getline(std::ifstream(task.path() / "stat"), text);
-            const bool isOther = std::stoi(task.path().filename()) != gettid();
-            allSleep &= !isOther || text.find(") S ") != std::string::npos;
-        }
-        quiet = allSleep ? quiet + 1 : 0;
-    }
 }
 
 } // namespace
