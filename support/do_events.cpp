@@ -42,13 +42,17 @@ bool DispatchMessage() {
 void CStdlib::DoEvents(int count) {
     if (count == -1) {
         // A timer without interval is always due, so timers have one turn only, after the others.
-        while (tavix::Dispatch(QEventLoop::X11ExcludeTimers)) {
-        }
-        if (tavix::Dispatch(QEventLoop::AllEvents))
+        const auto dispatchAllButTimers = [] {
             while (tavix::Dispatch(QEventLoop::X11ExcludeTimers)) {
             }
+        };
+        dispatchAllButTimers();
+        tavix::Dispatch(QEventLoop::AllEvents);
+        dispatchAllButTimers();
         return;
     }
-    for (int i = 0; i < count && tavix::DispatchMessage(); ++i) {
-    }
+    // A pass may say that there was nothing though it served a timer; what that brought about is
+    // seen by the next one. After two of them further tries would find nothing either.
+    for (int i = 0, empty = 0; i < count && empty < 2; ++i)
+        empty = tavix::DispatchMessage() ? 0 : empty + 1;
 }

@@ -230,11 +230,9 @@ TEST(CMMTimersTest, CallbackAndDataChangeTogether) {
     timer.TimerProc(); // Nothing is registered.
     std::atomic<bool> done = false;
     std::thread changer([&] {
-        for (int round = 0; round < 5000; ++round) {
+        for (int round = 0; round < 20000; ++round) {
             timer.RegisterCallBack(callFirst, &first);
-            std::this_thread::yield();
             timer.RegisterCallBack(callSecond, &second);
-            std::this_thread::yield();
         }
         done = true;
     });
