@@ -5,9 +5,9 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <filesystem>
 #include <string>
-#include <vector>
 
 #include <netinet/in.h>
 #include <sys/socket.h>
@@ -29,18 +29,8 @@ std::ptrdiff_t OpenDescriptors() {
     return std::distance(std::filesystem::directory_iterator("/proc/self/fd"), {});
 }
 
-struct Probe {
-    int result;
-    LONG roundTripTime;
-    DWORD status;
-    LONG failed;
-    bool operator==(const Probe &) const = default;
-};
-
-std::ostream &operator<<(std::ostream &out, const Probe &probe) {
-    return out << probe.result << ": " << probe.roundTripTime << ' ' << probe.status << ' '
-               << probe.failed;
-}
+/// Result, round-trip time, status and failure flag.
+using Probe = std::array<long, 4>;
 
 Probe Ping(const char *host, int ttl, int size, int dontFragment) {
     CPing::_PingReply reply{77, 77, 77};
@@ -65,20 +55,19 @@ TEST(CPingTest, AsksTheOwnHost) {
     const auto descriptors = OpenDescriptors();
     const bool permitted = IsPermitted();
     const struct {
-        const char *host;
         int ttl, size, dontFragment;
         DWORD error; // 0 where a reply is expected.
     } cases[] = {
-        {"127.0.0.1", 64, 32, 0, 0},
-        {"127.0.0.1", 1, 0, 1, 0},
-        {"127.0.0.1", 255, 65507, 0, 0},
-        {"127.0.0.1", 64, 65508, 0, tavix::icmp_status::PACKET_TOO_BIG},
-        {"127.0.0.1", 64, 65535, 1, tavix::icmp_status::PACKET_TOO_BIG},
-        {"127.0.0.1", 0, 32, 0, tavix::icmp_status::BAD_OPTION},
+        {64, 32, 0, 0},
+        {1, 0, 1, 0},
+        {255, 65507, 0, 0},
+        {64, 65508, 0, tavix::icmp_status::PACKET_TOO_BIG},
+        {64, 65535, 1, tavix::icmp_status::PACKET_TOO_BIG},
+        {0, 32, 0, tavix::icmp_status::BAD_OPTION},
     };
-    for (const auto &[host, ttl, size, dontFragment, error] : cases) {
-        Probe probe = Ping(host, ttl, size, dontFragment);
-        SCOPED_TRACE(testing::Message() << host << " ttl " << ttl << " size " << size);
+    for (const auto &[ttl, size, dontFragment, error] : cases) {
+        Probe probe = Ping("127.0.0.1", ttl, size, dontFragment);
+        SCOPED_TRACE(testing::Message() << "ttl " << ttl << " size " << size);
         if (!permitted) {
             EXPECT_EQ(probe, (Probe{0, 0, 0, 0}));
             EXPECT_EQ(GetLastError(), ERROR_ACCESS_DENIED);
@@ -86,8 +75,8 @@ TEST(CPingTest, AsksTheOwnHost) {
             EXPECT_EQ(probe, (Probe{0, -1, 0, 1}));
             EXPECT_EQ(GetLastError(), error);
         } else {
-            EXPECT_GE(probe.roundTripTime, 0);
-            probe.roundTripTime = 0;
+            EXPECT_GE(probe[1], 0);
+            probe[1] = 0;
             EXPECT_EQ(probe, (Probe{1, 0, 0, 0}));
         }
     }
