@@ -22,11 +22,12 @@ public:
     /// Number of processors that this process may run on; at least 1.
     static int GetNumOfProcessors();
 
-    /// Dispatches pending messages of the calling thread, without waiting for any: with count -1 until
-    /// none is pending, with count > 0 up to count messages, else none. A message is one pass of the
-    /// thread's Qt event dispatcher: the events pending when it begins. With count -1, timers have one
-    /// turn, after the others. Does nothing without an application object, in a thread without an event
-    /// dispatcher, and when handlers that dispatch messages are nested 100 deep.
+    /// Dispatches pending messages of the calling thread, without waiting for any: with count -1
+    /// until none is pending, with count > 0 up to count messages, else none. A message is one pass
+    /// of the thread's Qt event dispatcher: the events pending when it begins. With count -1,
+    /// timers have one turn, after the others. Does nothing without an application object, in a
+    /// thread without an event dispatcher, and when handlers that dispatch messages are nested 100
+    /// deep.
     static void DoEvents(int count);
 
     // Calculator.
