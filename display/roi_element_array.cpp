@@ -1,3 +1,7 @@
+// Strokes are combined one by one as they are drawn. A whole list is combined as a tree: a sequence
+// of strokes takes some pixels away and then adds some, and two such changes in a row are one
+// again, so that small strokes meet small ones before they meet the whole region.
+
 #include "TAVIX20/display/roi_element_array.h"
 
 #include "TAVIX20/containers/outline_tracer.h"
@@ -33,6 +37,42 @@ tavix::RunRegion PolygonOf(const CPointArray &points) {
     return tavix::FillPolygons({&polygon, 1}, ALTERNATE, WORLD);
 }
 
+/// What a sequence of elements does to a region.
+struct Change {
+    tavix::RunRegion removed; ///< Taken away first.
+    tavix::RunRegion added;
+
+    void FollowedBy(const Change &next) {
+        removed.Unite(next.removed);
+        added.Subtract(next.removed);
+        added.Unite(next.added);
+    }
+};
+
+Change ChangeOf(const _stRoiElement &element) {
+    Change change;
+    if (element.Method == _stRoiElement::ADD)
+        change.added = PolygonOf(element.Points);
+    else if (element.Method == _stRoiElement::SUBTRACT)
+        change.removed = PolygonOf(element.Points);
+    return change;
+}
+
+Change ChangeOf(std::span<const _stRoiElement> elements) {
+    if (elements.empty())
+        return {};
+    if (elements.size() == 1)
+        return ChangeOf(elements.front());
+    const std::size_t half = elements.size() / 2;
+    Change change = ChangeOf(elements.first(half));
+    change.FollowedBy(ChangeOf(elements.subspan(half)));
+    return change;
+}
+
+bool HasPoints(const _stRoiElement &element) {
+    return element.Points.GetElementCount() > 0;
+}
+
 /// Hole outlines all turn the same way, so that the winding rule unites them.
 tavix::RunRegion UnionOf(const CPointArrayArray &holes) {
     return tavix::FillPolygons(ContoursOf(holes), WINDING, WORLD);
@@ -54,17 +94,14 @@ void ConvertOutlines(const CPointArrayArray &outlines, const tavix::ViewTransfor
 } // namespace
 
 void CRoiElementArray::Add(_stRoiElement element) {
-    Combine(element);
     m_elements.push_back(std::move(element));
-    m_isTraced = false;
+    Combine(m_elements.size() - 1);
 }
 
 void CRoiElementArray::Assign(std::vector<_stRoiElement> elements) {
     RemoveAll();
     m_elements = std::move(elements);
-    for (const _stRoiElement &element : m_elements)
-        Combine(element);
-    m_isTraced = false;
+    Combine(0);
 }
 
 void CRoiElementArray::RemoveAll() {
@@ -74,16 +111,20 @@ void CRoiElementArray::RemoveAll() {
     m_isTraced = false;
 }
 
-void CRoiElementArray::Combine(const _stRoiElement &element) {
-    if (element.Points.GetElementCount() <= 0)
-        return;
-    if (!m_isStarted)
-        m_combined = PolygonOf(element.Points);
-    else if (element.Method == _stRoiElement::ADD)
-        m_combined.Unite(PolygonOf(element.Points));
-    else if (element.Method == _stRoiElement::SUBTRACT)
-        m_combined.Subtract(PolygonOf(element.Points));
-    m_isStarted = true;
+void CRoiElementArray::Combine(std::size_t first) {
+    std::span<const _stRoiElement> elements = std::span(m_elements).subspan(first);
+    m_isTraced = false;
+    if (!m_isStarted) {
+        const auto start = std::ranges::find_if(elements, HasPoints);
+        if (start == elements.end())
+            return;
+        m_combined = PolygonOf(start->Points);
+        m_isStarted = true;
+        elements = {start + 1, elements.end()};
+    }
+    const Change change = ChangeOf(elements);
+    m_combined.Subtract(change.removed);
+    m_combined.Unite(change.added);
 }
 
 void CRoiElementArray::Trace() const {

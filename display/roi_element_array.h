@@ -62,7 +62,8 @@ public:
     double PixelCount() const;
 
 private:
-    void Combine(const _stRoiElement &element);
+    /// Brings the elements from the first one on into the region.
+    void Combine(std::size_t first);
     void Trace() const;
     tavix::RunRegion WithoutIslands() const;
 

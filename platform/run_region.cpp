@@ -137,11 +137,15 @@ void RunRegion::AppendBand(LONG top, LONG bottom, std::span<const PixelRun> runs
 }
 
 void RunRegion::Unite(const RunRegion &other) {
-    *this = Combine<United>(*this, other);
+    if (IsEmpty())
+        *this = other;
+    else if (!other.IsEmpty())
+        *this = Combine<United>(*this, other);
 }
 
 void RunRegion::Subtract(const RunRegion &other) {
-    *this = Combine<Subtracted>(*this, other);
+    if (!IsEmpty() && !other.IsEmpty())
+        *this = Combine<Subtracted>(*this, other);
 }
 
 std::int64_t RunRegion::Area() const {
