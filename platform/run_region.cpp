@@ -79,6 +79,14 @@ public:
         return IsAt(y) ? Current().bottom : Current().top;
     }
     std::span<const PixelRun> Runs() const { return m_region.RunsOf(m_index); }
+    /// Appends the bands from here on that end at or above y, and goes behind them.
+    void CopyWholeBands(LONG y, RunRegion &result) {
+        const auto rest = m_region.Bands().subspan(m_index);
+        const auto end = std::ranges::upper_bound(rest, y, {}, &RunRegion::Band::bottom);
+        const auto count = static_cast<std::size_t>(end - rest.begin());
+        result.AppendBands(m_region, m_index, count);
+        m_index += count;
+    }
     void SkipTo(LONG y) {
         while (!IsDone() && Current().bottom <= y)
             ++m_index;
@@ -100,6 +108,10 @@ RunRegion Combine(const RunRegion &first, const RunRegion &second) {
     Bands b(second);
     LONG y = std::min(a.Top(), b.Top());
     while (!a.IsDone() || (Rule::KEEPS_SECOND_ALONE && !b.IsDone())) {
+        if (!b.IsAt(y) && a.Top() >= y)
+            a.CopyWholeBands(b.Top(), result);
+        if (Rule::KEEPS_SECOND_ALONE && !a.IsAt(y) && b.Top() >= y)
+            b.CopyWholeBands(a.Top(), result);
         const LONG end = std::min(a.ChangeAfter(y), b.ChangeAfter(y));
         if (a.IsAt(y) && b.IsAt(y)) {
             const std::span<const PixelRun> runsA = a.Runs();
@@ -134,6 +146,25 @@ std::span<const PixelRun> RunRegion::RunsOf(std::size_t band) const {
 void RunRegion::AppendBand(LONG top, LONG bottom, std::span<const PixelRun> runs) {
     WriteBand(top, bottom, runs.size(),
               [runs](PixelRun *out) { return std::copy(runs.begin(), runs.end(), out); });
+}
+
+void RunRegion::AppendBands(const RunRegion &other, std::size_t first, std::size_t count) {
+    if (count == 0)
+        return;
+    // Only the first one may continue the last one here.
+    AppendBand(other.m_bands[first].top, other.m_bands[first].bottom, other.RunsOf(first));
+    if (--count == 0)
+        return;
+    const auto bands = std::span(other.m_bands).subspan(first + 1, count);
+    const std::size_t firstRun = bands.front().firstRun;
+    const std::size_t endRun = first + 1 + count < other.m_bands.size()
+                                   ? other.m_bands[first + 1 + count].firstRun
+                                   : other.m_runs.size();
+    const std::size_t shift = m_runs.size() - firstRun;
+    for (const Band &band : bands)
+        m_bands.push_back({band.top, band.bottom, band.firstRun + shift});
+    m_runs.insert(m_runs.end(), other.m_runs.begin() + static_cast<std::ptrdiff_t>(firstRun),
+                  other.m_runs.begin() + static_cast<std::ptrdiff_t>(endRun));
 }
 
 void RunRegion::Unite(const RunRegion &other) {

@@ -42,7 +42,9 @@ public:
     /// Adds the rows [top, bottom) below all others; empty rows and rows without runs add nothing.
     void AppendBand(LONG top, LONG bottom, std::span<const PixelRun> runs);
 
-    /// The same for at most mostRuns runs that write(PixelRun *out) writes; it returns their end.
+    /// Adds count bands of another region below all others.
+    void AppendBands(const RunRegion &other, std::size_t first, std::size_t count);
+    /// AppendBand for at most mostRuns runs that write(PixelRun *out) writes; it returns their end.
     template <typename Write>
     void WriteBand(LONG top, LONG bottom, std::size_t mostRuns, const Write &write);
 
