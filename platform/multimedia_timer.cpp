@@ -168,6 +168,7 @@ private:
         DWORD calledId = 0;               ///< The event being called, 0 when none.
         const void *calledData = nullptr; ///< Its data.
         unsigned callsEnded = 0;
+        std::thread::id id; ///< That of the thread, also while Stop joins it.
         std::thread thread;
     };
 
@@ -203,7 +204,7 @@ private:
     bool WaitForCall(std::unique_lock<std::mutex> &lock, IsAskedFor isAskedFor) {
         Crew *const crew = m_crew.get();
         if (!crew || crew->calledId == 0 || !isAskedFor(*crew) ||
-            crew->thread.get_id() == std::this_thread::get_id())
+            crew->id == std::this_thread::get_id())
             return false;
         crew->callEnded.wait(
             lock, [crew, ended = crew->callsEnded] { return crew->callsEnded != ended; });
@@ -211,9 +212,10 @@ private:
     }
 
     void Serve(Crew &crew) {
-        prctl(PR_SET_TIMERSLACK,
-              1UL); // Otherwise the system may add 50 microseconds to each sleep.
+        // Otherwise the system may add 50 microseconds to each sleep.
+        prctl(PR_SET_TIMERSLACK, 1UL);
         std::unique_lock lock(m_mutex);
+        crew.id = std::this_thread::get_id();
         while (!m_stopped && m_crew.get() == &crew) {
             if (m_queue.empty()) {
                 crew.wake.wait(lock);
