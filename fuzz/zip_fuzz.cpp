@@ -77,7 +77,7 @@ int FreeDescriptor() {
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size) {
     static const Workplace place;
-    static const int freeAtStart = FreeDescriptor();
+    const int freeAtStart = FreeDescriptor();
     place.Begin(data, size);
     {
         CUnZipper zip(place.Archive().c_str());

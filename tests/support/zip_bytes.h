@@ -17,7 +17,7 @@ struct ZipItem {
     std::uint32_t method = 0;                ///< 0: stored.
 };
 
-inline std::string Little(std::uint32_t value, int bytes) {
+inline std::string Little(std::uint64_t value, int bytes) {
     std::string text;
     for (int i = 0; i < bytes; ++i)
         text += static_cast<char>(value >> (8 * i) & 0xFF);
