@@ -103,7 +103,13 @@ std::optional<Directory> FindDirectory64(const Source &source, std::uint64_t end
     return Directory{Number(&record[48], 8), Number(&record[40], 8), Number(&record[32], 8)};
 }
 
-/// The directory by the last end record whose comment lies in the file.
+bool BeginsWithRecord(const Source &source, const Directory &directory) {
+    const Bytes signature = source.Read(directory.start, 4);
+    return !signature.empty() && Number(signature.data(), 4) == DIRECTORY_RECORD;
+}
+
+/// The directory by the end record whose comment lies in the file. Nothing when several end records
+/// lead to directories: readers would differ in what the archive holds, or try each of thousands.
 std::optional<Directory> FindDirectory(const Source &source) {
     const std::uint64_t tailSize =
         std::min<std::uint64_t>(source.Length(), END_RECORD_SIZE + LONGEST_COMMENT);
@@ -111,6 +117,7 @@ std::optional<Directory> FindDirectory(const Source &source) {
     const Bytes tail = source.Read(tailStart, tailSize);
     if (tail.size() < END_RECORD_SIZE)
         return std::nullopt;
+    std::optional<Directory> found;
     for (std::size_t at = tail.size() - END_RECORD_SIZE + 1; at-- > 0;) {
         const std::uint8_t *const record = &tail[at];
         if (Number(record, 4) != END_RECORD ||
@@ -119,10 +126,14 @@ std::optional<Directory> FindDirectory(const Source &source) {
         Directory directory{Number(record + 16, 4), Number(record + 12, 4), Number(record + 10, 2)};
         if (const auto large = FindDirectory64(source, tailStart + at))
             directory = *large;
-        if (IsPlausible(source, directory))
-            return directory;
+        if (!IsPlausible(source, directory))
+            continue;
+        if (found && BeginsWithRecord(source, directory))
+            return std::nullopt;
+        if (!found)
+            found = directory;
     }
-    return std::nullopt;
+    return found;
 }
 
 /// Takes the values that did not fit their fields from the record's extra fields.

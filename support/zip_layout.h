@@ -20,8 +20,8 @@ struct ZipPlace {
 };
 
 /// Reads the places of all entries, in the directory's order, from an archive of any content, with
-/// or without 64-bit fields; nothing when there is no directory that lies whole in the file.
-/// Archives in several volumes are not read.
+/// or without 64-bit fields; nothing when there is no directory that lies whole in the file, or
+/// more than one. Archives in several volumes are not read.
 TAVIX_API std::optional<std::vector<ZipPlace>> ReadZipLayout(int descriptor);
 
 } // namespace tavix
