@@ -1,22 +1,24 @@
+// The scroll view: layout, zoom, scrolling and painting.
+
 #include "TAVIX20/display/tavix_view.h"
 
+#include "TAVIX20/display/tavix_wnd.h"
 #include "TAVIX20/image/layout.h"
 #include "TAVIX20/platform/dib_painter.h"
 
+#include <QCursor>
 #include <QPaintEvent>
 #include <QPainter>
 #include <QScrollBar>
-#include <QWheelEvent>
 
 #include <array>
 
 namespace {
 
 constexpr double KEY_ZOOM_STEP = 0.5;
-constexpr double WHEEL_ZOOM_STEP = 1.0;
 constexpr int SCROLL_STEP = 20; ///< Client pixels an arrow key scrolls.
-constexpr int BAR_HORIZONTAL = 0;
 constexpr QRgb BACKGROUND = qRgb(48, 48, 48);
+constexpr QRgb CROSS_LINE = qRgb(0, 255, 0);
 
 /// Entry i = (i, i, i).
 const std::array<std::uint32_t, 256> &GreyPalette() {
@@ -31,32 +33,25 @@ const std::array<std::uint32_t, 256> &GreyPalette() {
 
 } // namespace
 
-CTavixView::CTavixView(QWidget *parent) : QAbstractScrollArea(parent) {
+CTavixView::CTavixView(CTavixWnd *window) : QAbstractScrollArea(window), m_window(window) {
     setFrameShape(QFrame::NoFrame);
     setFocusPolicy(Qt::StrongFocus);
+    // Coordinates count from the left edge, whatever way the host's language is written.
+    setLayoutDirection(Qt::LeftToRight);
     // The picture and the background around it cover every pixel.
     viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
+    viewport()->setMouseTracking(true);
     horizontalScrollBar()->setSingleStep(SCROLL_STEP);
     verticalScrollBar()->setSingleStep(SCROLL_STEP);
 }
 
 CTavixView::~CTavixView() = default;
 
-void CTavixView::SetImage(const CTavixImage *image) {
-    const bool hasPixels = image && image->GetImageLen() > 0;
-    m_image.reset(hasPixels ? image->Clone() : nullptr);
-    const bool copied = m_image && m_image->GetImageLen() > 0;
-    m_transform.SetImageSize(copied ? CSize(m_image->GetWidth(), m_image->GetHeight()) : CSize());
-    ZoomFitTo();
-}
-
-int CTavixView::GetBitCount() const {
-    return m_image ? m_image->GetBitCount() : 24;
-}
-
 void CTavixView::Zoom(double zoom) {
-    m_transform.SetZoom(zoom);
+    if (!m_transform.SetZoom(zoom))
+        return;
     ApplyTransform();
+    RaiseImagePositionChanged();
 }
 
 void CTavixView::ZoomPlus() {
@@ -70,26 +65,49 @@ void CTavixView::ZoomMinus() {
 void CTavixView::ZoomFitTo() {
     m_transform.Fit(FitArea());
     ApplyTransform();
+    RaiseImagePositionChanged();
 }
 
 void CTavixView::ZoomIn(double step) {
-    if (m_transform.StepIn(step))
-        ApplyTransform();
+    if (!m_transform.StepIn(step))
+        return;
+    ApplyTransform();
+    RaiseImagePositionChanged();
 }
 
 void CTavixView::ZoomOut(double step) {
-    if (m_transform.StepOut(step, FitArea()))
-        ApplyTransform();
+    if (!m_transform.StepOut(step, FitArea()))
+        return;
+    ApplyTransform();
+    RaiseImagePositionChanged();
 }
 
 int CTavixView::GetScrollPos(int bar) const {
-    return bar == BAR_HORIZONTAL ? m_transform.Scroll().x : m_transform.Scroll().y;
+    switch (bar) {
+    case SB_HORZ:
+        return m_transform.Scroll().x;
+    case SB_VERT:
+        return m_transform.Scroll().y;
+    default:
+        return 0;
+    }
 }
 
 void CTavixView::SetScrollPos(int bar, int position, bool redraw) {
-    (bar == BAR_HORIZONTAL ? horizontalScrollBar() : verticalScrollBar())->setValue(position);
+    if (bar == SB_HORZ)
+        horizontalScrollBar()->setValue(position);
+    else if (bar == SB_VERT)
+        verticalScrollBar()->setValue(position);
     if (redraw)
         Repaint();
+}
+
+void CTavixView::CursorPosToCenter() {
+    const QPoint cursor = viewport()->mapFromGlobal(QCursor::pos());
+    if (!viewport()->rect().contains(cursor))
+        return;
+    m_transform.ScrollToCentre(CPoint(cursor));
+    ApplyTransform();
 }
 
 void CTavixView::AddObject(std::unique_ptr<CDrawObj> object) {
@@ -107,8 +125,28 @@ void CTavixView::ShowObject(bool show) {
     Repaint();
 }
 
+void CTavixView::ShowLayer(bool show) {
+    m_showLayer = show;
+    Repaint();
+}
+
+void CTavixView::SetViewCrossLine(bool show) {
+    m_showCrossLine = show;
+    Repaint();
+}
+
+void CTavixView::ShowPixelGrid(bool show) {
+    m_showPixelGrid = show;
+    Repaint();
+}
+
 void CTavixView::Repaint() {
     viewport()->update();
+}
+
+void CTavixView::Refresh() {
+    Repaint();
+    TellViewChanged();
 }
 
 /// The client area as it is without scroll bars.
@@ -135,52 +173,46 @@ void CTavixView::ApplyTransform() {
     horizontalScrollBar()->setValue(m_transform.Scroll().x);
     verticalScrollBar()->setValue(m_transform.Scroll().y);
     m_applying = false;
-    Repaint();
+    Refresh();
 }
 
 void CTavixView::scrollContentsBy(int, int) {
     if (m_applying)
         return;
     m_transform.SetScroll({horizontalScrollBar()->value(), verticalScrollBar()->value()});
-    Repaint();
+    Refresh();
 }
 
+// The host may resize the window from code that a destroyed window would not survive, so it hears
+// of the new fit later.
 void CTavixView::resizeEvent(QResizeEvent *) {
     if (m_applying)
         return;
-    if (m_transform.IsFitted())
+    const bool refit = m_transform.IsFitted();
+    if (refit)
         m_transform.Fit(FitArea());
     ApplyTransform();
-}
-
-// The direction is the reverse of what most programs do; operators of this window know it so.
-void CTavixView::wheelEvent(QWheelEvent *event) {
-    if (event->angleDelta().y() > 0)
-        ZoomOut(WHEEL_ZOOM_STEP);
-    else
-        ZoomIn(WHEEL_ZOOM_STEP);
-    event->accept();
+    if (refit)
+        QMetaObject::invokeMethod(
+            this, [this] { RaiseImagePositionChanged(); }, Qt::QueuedConnection);
 }
 
 void CTavixView::paintEvent(QPaintEvent *event) {
     QPainter painter(viewport());
     painter.setClipRegion(event->region());
     painter.fillRect(event->rect(), QColor(BACKGROUND));
-    if (!m_transform.HasImage())
-        return;
-    PaintPicture(painter);
-    if (m_showObjects) {
-        CDC dc(&painter);
-        for (const auto &object : m_objects)
-            object->Draw(dc, m_transform);
+    if (m_transform.HasImage()) {
+        PaintPicture(painter, m_transform);
+        PaintOverlays(painter, m_transform);
     }
+    if (m_showCrossLine)
+        PaintCrossLine(painter);
 }
 
-void CTavixView::PaintPicture(QPainter &painter) const {
-    const CSize size = m_transform.ImageSize();
-    const CPoint corner =
-        m_transform.Origin() - CSize(m_transform.Scroll().x, m_transform.Scroll().y);
-    const double zoom = m_transform.Zoom();
+void CTavixView::PaintPicture(QPainter &painter, const tavix::ViewTransform &transform) const {
+    const CSize size = transform.ImageSize();
+    const CPoint corner = transform.Origin() - CSize(transform.Scroll().x, transform.Scroll().y);
+    const double zoom = transform.Zoom();
     const tavix::DibView dib{
         static_cast<const CTavixImage &>(*m_image).GetImagePtr(),
         size.cx,
@@ -190,4 +222,20 @@ void CTavixView::PaintPicture(QPainter &painter) const {
         GreyPalette().data()};
     tavix::DrawDib(painter, dib, QRectF(corner.x, corner.y, size.cx * zoom, size.cy * zoom),
                    tavix::DibSampling::Average);
+}
+
+/// What lies over the picture and moves with it.
+void CTavixView::PaintOverlays(QPainter &painter, const tavix::ViewTransform &transform) const {
+    if (m_showObjects) {
+        CDC dc(&painter);
+        for (const auto &object : m_objects)
+            object->Draw(dc, transform);
+    }
+}
+
+void CTavixView::PaintCrossLine(QPainter &painter) const {
+    const CPoint centre = m_transform.ClientCentre();
+    const QRect client = viewport()->rect();
+    painter.fillRect(QRect(0, centre.y, client.width(), 1), QColor(CROSS_LINE));
+    painter.fillRect(QRect(centre.x, 0, 1, client.height()), QColor(CROSS_LINE));
 }

@@ -2,52 +2,164 @@
 #pragma once
 
 #include "TAVIX20/display/draw_obj.h"
+#include "TAVIX20/display/view_callbacks.h"
 #include "TAVIX20/display/view_transform.h"
 #include "TAVIX20/image/tavix_image.h"
 
 #include <QAbstractScrollArea>
+#include <QPointer>
+
+#include <functional>
+#include <optional>
+
+class CTavixWnd;
+class QMenu;
+struct _IplImage;
+
+namespace TavixArray {
+class CPointArray;
+}
 
 /// The only child of a CTavixWnd, which forwards to it and documents the operations. It owns the
 /// displayed image and the overlay objects; all coordinates go through its ViewTransform.
+///
+/// A callback or a slot may destroy the window and this view with it. Whoever raises an event
+/// therefore does so last, or holds the view in a QPointer.
 class CTavixView : public QAbstractScrollArea {
 public:
-    explicit CTavixView(QWidget *parent);
+    explicit CTavixView(CTavixWnd *window);
     ~CTavixView() override;
 
+    // The image (tavix_view_image.cpp).
     void SetImage(const CTavixImage *image);
+    void SetImage(const _IplImage *image);
+    bool CreateImage(int width, int height, int bitCount);
+    bool LoadImageA(const char *path);
+    int SaveImage(const char *path, bool overlays) const;
+    /// Null while nothing is shown.
+    const CTavixImage *Image() const { return m_image.get(); }
+    std::unique_ptr<CTavixImage> CopyRect(int x, int y, int width, int height) const;
+    /// What the member returns of a colour image; of a grey one a copy.
+    CTavixImage8 *Plane(CTavixImage8 *(CTavixImage24::*plane)() const) const;
     int GetImageWidth() const { return m_transform.ImageSize().cx; }
     int GetImageHeight() const { return m_transform.ImageSize().cy; }
     int GetBitCount() const;
+    unsigned char GetPixel(int x, int y) const;
+    void SetPixel(int x, int y, unsigned char value);
+    unsigned long GetPixel24(int x, int y) const;
+    void SetPixel24(int x, int y, unsigned long colour);
+    void Offset(int dx, int dy);
+    /// Applies an operation to the image in place and shows the result.
+    template <typename Operation>
+    void Process(Operation operation) {
+        if (!m_image)
+            return;
+        std::invoke(operation, *m_image);
+        ImageProcessed();
+    }
+    void CannyEdge();
+    /// Everything that was derived from the pixels is out of date; shows them.
+    void PixelsChanged();
+    QImage Frame(double zoom) const;
 
+    // Zoom, scrolling, painting (tavix_view.cpp).
     void Zoom(double zoom);
     void ZoomPlus();
     void ZoomMinus();
     void ZoomFitTo();
     int GetScrollPos(int bar) const;
     void SetScrollPos(int bar, int position, bool redraw);
+    void CursorPosToCenter();
     const tavix::ViewTransform &Transform() const { return m_transform; }
+    /// Schedules a repaint.
+    void Repaint();
+    /// What scrolling, zooming and other pixels have in common: repaints, and brings up to date
+    /// what depends on the part that is shown.
+    void Refresh();
 
     void AddObject(std::unique_ptr<CDrawObj> object);
     void RemoveAllObjects();
     void ShowObject(bool show);
-    void Repaint();
+
+    void ShowLayer(bool show);
+    void SetViewCrossLine(bool show);
+    bool IsViewCrossLineShown() const { return m_showCrossLine; }
+    void ShowPixelGrid(bool show);
+    bool IsPixelGridShown() const { return m_showPixelGrid; }
+
+    // Input and events (tavix_view_events.cpp).
+    tavix::ViewCallbacks &Callbacks() { return m_callbacks; }
+    CTavixWnd *Window() const { return m_window; }
+    void EnableContextMenu(bool enable) { m_contextMenuEnabled = enable; }
+    void EnableFileDrop(bool enable);
+    /// From here to ReleaseMouse a drag is under way.
+    void CaptureMouse() { m_mouseCaptured = true; }
+    void ReleaseMouse() { m_mouseCaptured = false; }
+    bool IsMouseCaptured() const { return m_mouseCaptured; }
+    void RaiseToolFinish(int tool, CPoint point, const TavixArray::CPointArray &points);
+    void RaiseStatusChanged();
+    void RaiseRoiStatusChanged();
+    void RaiseImagePositionChanged();
 
 protected:
     void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
-    void wheelEvent(QWheelEvent *event) override;
     void scrollContentsBy(int dx, int dy) override;
 
+    bool event(QEvent *event) override;
+    bool viewportEvent(QEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
+    void wheelEvent(QWheelEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseMoveEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
+    void mouseDoubleClickEvent(QMouseEvent *event) override;
+    void contextMenuEvent(QContextMenuEvent *event) override;
+    void dragEnterEvent(QDragEnterEvent *event) override;
+    void dragMoveEvent(QDragMoveEvent *event) override;
+    void dropEvent(QDropEvent *event) override;
+
 private:
+    /// The pixel under the cursor and its value, as last told.
+    struct ReadOut {
+        CPoint position;
+        unsigned long value;
+    };
+
+    void TakeImage(std::unique_ptr<CTavixImage> image);
+    void ImageProcessed();
+    void PaintFrame(QImage &frame, double zoom) const;
+
     CSize FitArea() const;
     void ApplyTransform();
     void ZoomIn(double step);
     void ZoomOut(double step);
-    void PaintPicture(QPainter &painter) const;
+    void PaintPicture(QPainter &painter, const tavix::ViewTransform &transform) const;
+    void PaintOverlays(QPainter &painter, const tavix::ViewTransform &transform) const;
+    void PaintCrossLine(QPainter &painter) const;
 
+    using MouseSignal = void (CTavixWnd::*)(int x, int y);
+    using NotifySignal = void (CTavixWnd::*)();
+    void RaiseMouse(MouseProc proc, MouseSignal signal, CPoint point);
+    void Raise(NotifyProc proc, NotifySignal signal);
+    void PopUpContextMenu(const QPoint &globalPosition);
+    void TellViewChanged();
+    void UpdateReadOut();
+
+    CTavixWnd *m_window;
     std::unique_ptr<CTavixImage> m_image; ///< Null while nothing is shown.
     tavix::ViewTransform m_transform;
     CDrawObjArray m_objects;
+    tavix::ViewCallbacks m_callbacks;
+    QPointer<QMenu> m_contextMenu;        ///< A child; null until it is opened.
+    std::optional<CPoint> m_cursor;       ///< Client position while the cursor is over the view.
+    std::optional<ReadOut> m_lastReadOut; ///< Nothing while the cursor is outside the picture.
     bool m_showObjects = true;
-    bool m_applying = false; ///< The scroll bars are being set from the transform.
+    bool m_showLayer = false;
+    bool m_showCrossLine = false;
+    bool m_showPixelGrid = false;
+    bool m_contextMenuEnabled = true;
+    bool m_mouseCaptured = false;
+    bool m_viewChangePending = false; ///< TellViewChanged has something under way.
+    bool m_applying = false;          ///< The scroll bars are being set from the transform.
 };

@@ -1,13 +1,25 @@
 /// CTavixWnd: the image display control that host programs embed.
 #pragma once
 
+#include "TAVIX20/display/callback_types.h"
 #include "TAVIX20/platform/export.h"
 #include "TAVIX20/platform/geometry.h"
 
+#include <QImage>
 #include <QWidget>
 
+#include <cstddef>
+
 class CTavixImage;
+class CTavixImage8;
+class CTavixImage24;
 class CTavixView;
+struct _IplImage;
+using IplImage = _IplImage;
+
+namespace TavixArray {
+class CPointArray;
+}
 
 /// Scroll bars of GetScrollPos and SetScrollPos.
 inline constexpr int SB_HORZ = 0;
@@ -19,20 +31,101 @@ inline constexpr int SB_VERT = 1;
 /// The zoom is in screen pixels per image pixel. The mouse wheel zooms by 1.0 about the centre
 /// (towards the user: in), the arrow keys scroll. From zoom 1 on every image pixel is a sharp
 /// block; below, each screen pixel shows the mean of the image pixels it covers.
+///
+/// Images that a member returns belong to the caller. A window without an image is 0 by 0 pixels
+/// with 24 bits.
 class TAVIX_API CTavixWnd : public QWidget {
+    Q_OBJECT
+
 public:
     explicit CTavixWnd(QWidget *parent = nullptr);
     ~CTavixWnd() override;
 
     /// Shows a copy of the image, fitted to the window. Null or an image without pixels shows
-    /// nothing: size 0 by 0, 24 bits.
+    /// nothing.
     void SetImage(const CTavixImage *image);
-    /// Size and depth of the image shown.
+    /// The same of a structure with one or three channels of 8 bits; any other shows nothing.
+    void SetImage(const IplImage *image);
+    void SetImage(std::nullptr_t);
+    /// Shows a black image of 8 or 24 bits, fitted to the window. Returns 1, or 0 and shows nothing
+    /// where no such image can be made.
+    int CreateImage(int width, int height, int bitCount);
+    /// Shows the file, fitted to the window: one channel as 8 bits, three as 24; any other number
+    /// of channels is brought to three. Returns 1, or 0 and shows nothing where the file cannot be
+    /// read.
+    int LoadImageA(const char *path);
+    /// Writes the image to a file of the format that the path's extension names; with overlays as
+    /// 24 bits with the overlay objects and the layer drawn in, as far as they are shown. Returns
+    /// 0 when there are no pixels to write, else 1, also when the file could not be written.
+    int SaveImage(const char *path, bool overlays = false) const;
+
+    /// A copy of the image; an empty one where nothing is shown.
+    CTavixImage *GetImage() const;
+    /// A copy of the rectangle, parts outside the image 0. Empty for a width or height below 1.
+    CTavixImage *GetImage(int x, int y, int width, int height) const;
+    /// The image as grey and as colour image.
+    CTavixImage8 *GetImage8() const;
+    CTavixImage24 *GetImage24() const;
+    /// One plane; of a grey image its grey values.
+    CTavixImage8 *GetRedSpace() const;
+    CTavixImage8 *GetGreenSpace() const;
+    CTavixImage8 *GetBlueSpace() const;
+
     int GetWidth() const;
     int GetHeight() const;
     int GetBitCount() const;
+    /// Bytes of the image, each row padded to a multiple of 4.
+    int GetImageLen() const;
 
-    /// Sets the zoom. Nothing happens without an image or for a zoom that is not positive.
+    /// Pixels of an 8-bit image, as CTavixImage8 reads and writes them; 0, and nothing, in any
+    /// other. ImageUpdate shows what was written.
+    unsigned char GetPixel(int x, int y) const;
+    void SetPixel(int x, int y, unsigned char value);
+    /// The same of a 24-bit image, as 0x00BBGGRR; 0, and nothing, outside it.
+    unsigned long GetPixel24(int x, int y) const;
+    void SetPixel24(int x, int y, unsigned long colour);
+
+    /// Moves the image's bytes dy rows and dx bytes toward the end of the buffer; what is uncovered
+    /// becomes 0. The shift is in bytes, not pixels, rows wrap into each other, and the direction
+    /// is the reverse of CTavixImage::Offset; callers rely on that.
+    void Offset(int dx, int dy);
+    /// Show pixels that were changed, and schedule a repaint.
+    void ImageUpdate();
+    void Invalidate();
+
+    /// The operations of CTavixImage, applied to the image shown, which is then repainted. Where
+    /// the size changes the image is fitted again. Invert passes on OpenCV's error, the image as it
+    /// was; CannyEdge shows the edge image.
+    void Invert();
+    void Light(long brightness, long contrast);
+    void Gamma(double gamma);
+    void AutoContrast();
+    void HistoEqualize();
+    void HistoNormalize();
+    void HistoRoot();
+    void HistoLog();
+    void HistoStretch();
+    void Erode();
+    void Dilate();
+    void OpenBox();
+    void CloseBox();
+    void Sharpen();
+    void Blur();
+    void Median();
+    void Gaussian3x3();
+    void Gaussian5x5();
+    void Emboss();
+    void CannyEdge();
+    void Laplacian();
+    void Rotate(double angle);
+    void Rotate90L();
+    void Rotate90R();
+    void Rotate180();
+    void RotateHorzFlip();
+    void RotateVertFlip();
+
+    /// Sets the zoom. Nothing happens without an image or for a zoom that is not positive and
+    /// finite.
     void Zoom(double zoom);
     /// Zooms in by 0.5, at most to 25.
     void ZoomPlus();
@@ -44,9 +137,12 @@ public:
     /// 1 while the zoom was set by fitting, 0 after an explicit zoom.
     int GetZoomFitToMode() const;
 
-    /// Scroll position in client pixels of the SB_ bar.
+    /// Scroll position in client pixels of the SB_ bar; other bars are at 0 and stay there.
     int GetScrollPos(int bar) const;
     void SetScrollPos(int bar, int position, bool redraw = true);
+    /// Scrolls what is under the mouse cursor to the middle of the window, as far as the picture
+    /// reaches. Nothing happens while the cursor is elsewhere.
+    void CursorPosToCenter();
 
     /// Convert in place between client coordinates (pixels of this widget) and image coordinates:
     /// c = trunc(i * zoom) + origin - scroll and i = trunc((c + scroll - origin) / zoom). Each edge
@@ -67,13 +163,76 @@ public:
     /// Shows (not 0) or hides the overlay objects.
     void ShowObject(int show);
 
-    /// Schedules a repaint.
-    void Invalidate();
-    void ImageUpdate();
+    /// Shows (not 0) or hides the layer; it is hidden at first.
+    void ShowLayer(int show);
+    /// Shows or hides a green line across and one down through the middle of the window, the point
+    /// that zooming keeps.
+    void SetViewCrossLine(int show);
+    int GetViewCrossLine() const;
+    /// Shows or hides lines between the image's pixels, from a zoom on at which they can be told.
+    void ShowPixelGrid(int show);
+    /// Whether the right button opens a menu; it does so at first.
+    void EnableContextMenu(int enable);
+    /// Whether an image file dropped onto the window is loaded; not so at first. One that cannot be
+    /// read leaves the image as it is.
+    void EnableFileDrop(int enable);
+    /// Gives the picture the keyboard focus.
+    void SetViewFocus();
+    /// 1 from the press of a mouse button in the picture to its release.
+    int IsMouseCaptured() const;
+    /// Where the library is loaded: the address that identifies it in the process.
+    void *GetInstanceHandle() const;
+
+    /// The picture as it would appear at that zoom, whole, with what is drawn over it; for reports.
+    /// Null without an image, for a zoom that is not positive and finite, and where the picture
+    /// would be larger than a QImage can be.
+    QImage GetFrame(double zoom = 1.0) const;
+
+    /// Register a function for an event: one slot each, the last wins, null clears it.
+    /// Mouse moves are told unless the right button is held alone.
+    void RegLButtonDownProc(MouseProc proc);
+    void RegMouseMoveProc(MouseProc proc);
+    void RegLButtonUpProc(MouseProc proc);
+    void RegDblClickProc(MouseProc proc);
+    void RegRButtonDownProc(MouseProc proc);
+    void RegRButtonUpProc(MouseProc proc);
+    void RegToolFinishProc(ToolFinishProc proc);
+    void RegStatusChangedProc(NotifyProc proc);
+    void RegRoiStatusChangedProc(NotifyProc proc);
+    /// After every change of the zoom and every fitting.
+    void RegImagePositionChangedProc(NotifyProc proc);
+    /// Raises the status-changed event.
+    void SetStatusChangedEvent();
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
+
+Q_SIGNALS:
+    /// The events of the registered functions, each right after its function.
+    void leftButtonPressed(int x, int y);
+    void mouseMoved(int x, int y);
+    void leftButtonReleased(int x, int y);
+    void doubleClicked(int x, int y);
+    void rightButtonPressed(int x, int y);
+    void rightButtonReleased(int x, int y);
+    void toolFinished(int tool, int x, int y, const TavixArray::CPointArray &points);
+    void statusChanged();
+    void roiStatusChanged();
+    void imagePositionChanged();
+
+    /// The image pixel under the mouse cursor, or its value (0x00BBGGRR, or a grey level of 8
+    /// bits), is another one.
+    void pixelHovered(int x, int y, unsigned long value);
+    /// The cursor has left the picture.
+    void pixelLeft();
+    /// Another part of the picture is shown, or at another zoom: also after scrolling.
+    void viewChanged();
+    /// A file was dropped onto the window and loaded, or could not be.
+    void fileDropped(const QString &path, bool loaded);
 
 protected:
     void resizeEvent(QResizeEvent *event) override;
 
 private:
-    CTavixView *m_view; ///< A child: Qt deletes it.
+    CTavixView *m_view; ///< A child, deleted in the destructor.
 };

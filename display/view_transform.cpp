@@ -45,12 +45,13 @@ void ViewTransform::Fit(CSize area) {
     SetScroll({0, 0});
 }
 
-void ViewTransform::SetZoom(double zoom) {
+bool ViewTransform::SetZoom(double zoom) {
     if (!HasImage() || !std::isfinite(zoom) || zoom <= 0.0)
-        return;
+        return false;
     m_zoom = zoom;
     m_fitted = false;
     SetScroll(m_scroll);
+    return true;
 }
 
 bool ViewTransform::StepIn(double step) {
@@ -95,6 +96,12 @@ CPoint ViewTransform::MaxScroll() const {
     return {std::max(0, scaled.cx - m_client.cx), std::max(0, scaled.cy - m_client.cy)};
 }
 
+void ViewTransform::ScrollToCentre(const tagPOINT &clientPoint) {
+    const CPoint centre = ClientCentre();
+    SetScroll({Truncate(static_cast<double>(m_scroll.x) + clientPoint.x - centre.x),
+               Truncate(static_cast<double>(m_scroll.y) + clientPoint.y - centre.y)});
+}
+
 CPoint ViewTransform::Origin() const {
     const CSize scaled = ScaledSize();
     return {std::max(0, (m_client.cx - scaled.cx) / 2), std::max(0, (m_client.cy - scaled.cy) / 2)};
@@ -112,6 +119,16 @@ CPoint ViewTransform::ClientToImage(const tagPOINT &point) const {
             Truncate((static_cast<double>(point.y) + m_scroll.y - origin.y) / m_zoom)};
 }
 
+std::optional<CPoint> ViewTransform::PixelAt(const tagPOINT &clientPoint) const {
+    const CPoint first = ImageToClient({0, 0});
+    const CPoint pixel = ClientToImage(clientPoint);
+    // Truncation toward 0 also gives 0 just before the picture's first pixel.
+    if (clientPoint.x < first.x || clientPoint.y < first.y || pixel.x >= m_image.cx ||
+        pixel.y >= m_image.cy)
+        return std::nullopt;
+    return pixel;
+}
+
 CRect ViewTransform::PaintedRect(const tagRECT &pixels) const {
     const CPoint origin = Origin();
     const double x = static_cast<double>(origin.x) - m_scroll.x;
@@ -122,9 +139,7 @@ CRect ViewTransform::PaintedRect(const tagRECT &pixels) const {
 
 void ViewTransform::ScrollUnderCentre(const tagPOINT &imagePoint) {
     SetScroll(m_scroll); // The new range comes first: it decides what the old position still means.
-    const CPoint now = ImageToClient(imagePoint);
-    const CPoint centre = ClientCentre();
-    SetScroll({m_scroll.x + now.x - centre.x, m_scroll.y + now.y - centre.y});
+    ScrollToCentre(ImageToClient(imagePoint));
 }
 
 CPoint ViewTransform::ClientCentre() const {

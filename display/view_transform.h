@@ -5,6 +5,8 @@
 #include "TAVIX20/platform/export.h"
 #include "TAVIX20/platform/geometry.h"
 
+#include <optional>
+
 namespace tavix {
 
 class TAVIX_API ViewTransform {
@@ -27,9 +29,9 @@ public:
     /// The smaller of (area - 5) / image over both axes becomes the zoom and the fit ratio; 1.0
     /// without an image or where the area leaves no room. Scrolls to the start.
     void Fit(CSize area);
-    /// An explicit zoom in screen pixels per image pixel. Nothing happens without an image or for a
-    /// zoom that is not positive and finite.
-    void SetZoom(double zoom);
+    /// An explicit zoom in screen pixels per image pixel. False, and nothing changed, without an
+    /// image and for a zoom that is not positive and finite.
+    bool SetZoom(double zoom);
     /// Adds the step, at most up to 25, and keeps the image point under the client's centre there.
     /// False, and nothing changed, at exactly 25 and without an image.
     bool StepIn(double step);
@@ -44,6 +46,8 @@ public:
     /// Limited to 0 and the part of the picture that does not fit into the client area.
     void SetScroll(CPoint position);
     CPoint MaxScroll() const;
+    /// Moves what lies at the client point to the client's centre, as far as the picture reaches.
+    void ScrollToCentre(const tagPOINT &clientPoint);
     /// Where image pixel (0, 0) is drawn before scrolling: a picture smaller than the client area
     /// is centred.
     CPoint Origin() const;
@@ -52,6 +56,10 @@ public:
     CPoint ImageToClient(const tagPOINT &point) const;
     /// trunc((c + scroll - origin) / zoom).
     CPoint ClientToImage(const tagPOINT &point) const;
+    /// The same, or nothing where the client point shows no pixel of the image.
+    std::optional<CPoint> PixelAt(const tagPOINT &clientPoint) const;
+    /// Half the client size, truncated.
+    CPoint ClientCentre() const;
 
     /// The client pixels that show the image pixels [left, right) x [top, bottom), exactly as the
     /// picture is painted.
@@ -59,7 +67,6 @@ public:
 
 private:
     void ScrollUnderCentre(const tagPOINT &imagePoint);
-    CPoint ClientCentre() const;
 
     CSize m_image;
     CSize m_client;

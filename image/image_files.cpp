@@ -1,7 +1,10 @@
 // Image files through OpenCV's readers and writers. cvLoadImage and cvSaveImage are gone from
 // OpenCV 4.6; cv::imread and cv::imwrite stand behind the same outcomes.
 
+#include "TAVIX20/image/image_files.h"
+
 #include "TAVIX20/image/image_buffers.h"
+#include "TAVIX20/image/image_interop.h"
 #include "TAVIX20/image/layout.h"
 #include "TAVIX20/image/tavix_image24.h"
 #include "TAVIX20/image/tavix_image8.h"
@@ -47,14 +50,17 @@ bool IsReadableFile(const char *path) {
            (std::ranges::any_of(SHARED_SIGNATURES, isStart) && !bytes.ends_with(DICOM_SIGNATURE));
 }
 
+bool IsImage(const cv::Mat &pixels) {
+    return pixels.channels() == 1 || pixels.channels() == 3;
+}
+
 /// The file's pixels with its own channels, 8 bits each; an empty matrix on any failure.
 cv::Mat ReadFile(const char *path) {
     if (!IsReadableFile(path))
         return {};
     try {
         cv::Mat pixels = cv::imread(path, cv::IMREAD_UNCHANGED);
-        const bool isImage = pixels.channels() == 1 || pixels.channels() == 3;
-        if (pixels.empty() || !isImage || pixels.depth() == CV_8U)
+        if (pixels.empty() || !IsImage(pixels) || pixels.depth() == CV_8U)
             return pixels;
         cv::Mat reduced = cv::imread(path, cv::IMREAD_ANYCOLOR | cv::IMREAD_IGNORE_ORIENTATION);
         if (reduced.empty()) // OpenCV does not reduce floating-point TIFF files.
@@ -88,11 +94,21 @@ CTavixImage *CTavixImage::LoadImageA(const char *path) {
     const cv::Mat pixels = ReadFile(path);
     if (pixels.empty())
         return nullptr;
-    if (pixels.channels() != 1 && pixels.channels() != 3)
+    if (!IsImage(pixels))
         return new CTavixImage24; // Callers tell such files by an image without pixels.
-    return tavix::CopyRows(8 * pixels.channels(), pixels.cols, pixels.rows, pixels.data,
-                           static_cast<std::ptrdiff_t>(pixels.step))
-        .release();
+    return tavix::CopyMat(pixels).release();
+}
+
+std::unique_ptr<CTavixImage> tavix::LoadFileToShow(const char *path) {
+    const cv::Mat pixels = ReadFile(path);
+    if (pixels.empty() || IsImage(pixels))
+        return CopyMat(pixels);
+    try {
+        // OpenCV's own rule brings other depths and channels to 8 bits and three.
+        return CopyMat(cv::imread(path, cv::IMREAD_COLOR | cv::IMREAD_IGNORE_ORIENTATION));
+    } catch (const std::exception &) {
+        return nullptr;
+    }
 }
 
 CTavixImage8 *CTavixImage::LoadImage8(const char *path) {
