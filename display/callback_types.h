@@ -1,5 +1,6 @@
 /// The functions that a host registers with a CTavixWnd. They run synchronously on the window's
-/// thread; their results are ignored. They may destroy the window.
+/// thread; their results are ignored. They may destroy the window; only one that is not part of
+/// another widget has to outlive a press of the right button (deleteLater), as Qt asks for it.
 #pragma once
 
 #include "TAVIX20/platform/types.h"

@@ -45,7 +45,14 @@ CTavixView::CTavixView(CTavixWnd *window) : QAbstractScrollArea(window), m_windo
     verticalScrollBar()->setSingleStep(SCROLL_STEP);
 }
 
-CTavixView::~CTavixView() = default;
+// Destroyed by the host from within a mouse event: after a press of the right button Qt still sends
+// another event to the widget that got it.
+CTavixView::~CTavixView() {
+    if (!m_inMouseEvent)
+        return;
+    viewport()->setParent(nullptr);
+    viewport()->deleteLater();
+}
 
 void CTavixView::Zoom(double zoom) {
     if (!m_transform.SetZoom(zoom))
@@ -149,9 +156,10 @@ void CTavixView::Refresh() {
     TellViewChanged();
 }
 
-/// The client area as it is without scroll bars.
+/// The client area as it is without scroll bars: all of the window, whose size a hidden view learns
+/// only when it is shown.
 CSize CTavixView::FitArea() const {
-    return maximumViewportSize();
+    return m_window->size();
 }
 
 /// Brings the scroll bars in line with the transform and repaints. Showing or hiding a bar resizes
@@ -162,7 +170,7 @@ void CTavixView::ApplyTransform() {
         const CSize scaled = m_transform.ScaledSize();
         const CSize whole = FitArea();
         const bool fits = scaled.cx <= whole.cx && scaled.cy <= whole.cy;
-        const CSize client = fits ? whole : CSize(viewport()->size());
+        const CSize client = fits || !isVisible() ? whole : CSize(viewport()->size());
         m_transform.SetClientSize(client);
         const CPoint limit = m_transform.MaxScroll();
         horizontalScrollBar()->setRange(0, limit.x);

@@ -143,6 +143,7 @@ private:
     void RaiseMouse(MouseProc proc, MouseSignal signal, CPoint point);
     void Raise(NotifyProc proc, NotifySignal signal);
     void PopUpContextMenu(const QPoint &globalPosition);
+    QMenu *NewContextMenu();
     void TellViewChanged();
     void UpdateReadOut();
 
@@ -160,6 +161,7 @@ private:
     bool m_showPixelGrid = false;
     bool m_contextMenuEnabled = true;
     bool m_mouseCaptured = false;
+    bool m_inMouseEvent = false;
     bool m_viewChangePending = false; ///< TellViewChanged has something under way.
     bool m_applying = false;          ///< The scroll bars are being set from the transform.
 };

@@ -149,7 +149,8 @@ bool CTavixView::viewportEvent(QEvent *event) {
     const bool handled = QAbstractScrollArea::viewportEvent(event);
     if (event->type() == QEvent::Leave) {
         m_cursor.reset();
-        UpdateReadOut();
+        QMetaObject::invokeMethod(
+            this, [this] { UpdateReadOut(); }, Qt::QueuedConnection);
     }
     return handled;
 }
@@ -164,17 +165,25 @@ void CTavixView::contextMenuEvent(QContextMenuEvent *event) {
 }
 
 void CTavixView::PopUpContextMenu(const QPoint &globalPosition) {
-    if (!m_contextMenu) {
-        m_contextMenu = new QMenu(this);
-        m_contextMenu->addAction("Zoom In(&I)", this, &CTavixView::ZoomPlus);
-        m_contextMenu->addAction("Zoom Out(&U)", this, &CTavixView::ZoomMinus);
-        m_contextMenu->addAction("Fit to Window(&F)", this, &CTavixView::ZoomFitTo);
-        m_contextMenu->addAction("Copy Picture(&C)", this,
-                                 [this] { QGuiApplication::clipboard()->setImage(Frame(1.0)); });
-    }
+    if (!m_contextMenu)
+        m_contextMenu = NewContextMenu();
     for (QAction *action : m_contextMenu->actions())
         action->setEnabled(m_transform.HasImage());
+    ReleaseMouse(); // The menu takes the mouse, and the button's release.
     m_contextMenu->popup(globalPosition);
+}
+
+// The actions run after the menu is done: they may destroy it with the window.
+QMenu *CTavixView::NewContextMenu() {
+    auto *menu = new QMenu(this);
+    const auto add = [&](const char *text, auto action) {
+        menu->addAction(text, this, action, Qt::QueuedConnection);
+    };
+    add("Zoom In(&I)", &CTavixView::ZoomPlus);
+    add("Zoom Out(&U)", &CTavixView::ZoomMinus);
+    add("Fit to Window(&F)", &CTavixView::ZoomFitTo);
+    add("Copy Picture(&C)", [this] { QGuiApplication::clipboard()->setImage(Frame(1.0)); });
+    return menu;
 }
 
 // Dropped files
@@ -209,11 +218,14 @@ void CTavixView::dropEvent(QDropEvent *event) {
 // Who hears of it
 
 void CTavixView::RaiseMouse(MouseProc proc, MouseSignal signal, CPoint point) {
-    const QPointer<CTavixWnd> window(m_window);
+    const QPointer<CTavixView> self(this);
+    m_inMouseEvent = true;
     if (proc)
         proc(point.x, point.y, reinterpret_cast<LPARAM>(m_window));
-    if (window)
-        Q_EMIT(window->*signal)(point.x, point.y);
+    if (self)
+        Q_EMIT(m_window->*signal)(point.x, point.y);
+    if (self)
+        m_inMouseEvent = false;
 }
 
 void CTavixView::Raise(NotifyProc proc, NotifySignal signal) {

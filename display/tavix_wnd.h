@@ -171,14 +171,15 @@ public:
     int GetViewCrossLine() const;
     /// Shows or hides lines between the image's pixels, from a zoom on at which they can be told.
     void ShowPixelGrid(int show);
-    /// Whether the right button opens a menu; it does so at first.
+    /// Whether a press of the right button opens a menu, which then takes the release; it does so
+    /// at first.
     void EnableContextMenu(int enable);
     /// Whether an image file dropped onto the window is loaded; not so at first. One that cannot be
     /// read leaves the image as it is.
     void EnableFileDrop(int enable);
     /// Gives the picture the keyboard focus.
     void SetViewFocus();
-    /// 1 from the press of a mouse button in the picture to its release.
+    /// 1 from the press of the left or right button in the window to its release.
     int IsMouseCaptured() const;
     /// Where the library is loaded: the address that identifies it in the process.
     void *GetInstanceHandle() const;
@@ -199,7 +200,8 @@ public:
     void RegToolFinishProc(ToolFinishProc proc);
     void RegStatusChangedProc(NotifyProc proc);
     void RegRoiStatusChangedProc(NotifyProc proc);
-    /// After every change of the zoom and every fitting.
+    /// After every change of the zoom and every fitting; where resizing the window fitted it, when
+    /// the event loop runs next.
     void RegImagePositionChangedProc(NotifyProc proc);
     /// Raises the status-changed event.
     void SetStatusChangedEvent();
@@ -220,12 +222,13 @@ Q_SIGNALS:
     void roiStatusChanged();
     void imagePositionChanged();
 
-    /// The image pixel under the mouse cursor, or its value (0x00BBGGRR, or a grey level of 8
-    /// bits), is another one.
+    /// Another image pixel lies under the mouse cursor, or another value: a grey level, or
+    /// 0x00BBGGRR of a colour image.
     void pixelHovered(int x, int y, unsigned long value);
     /// The cursor has left the picture.
     void pixelLeft();
-    /// Another part of the picture is shown, or at another zoom: also after scrolling.
+    /// The part of the picture that is shown may have changed, its zoom or its pixels: told once
+    /// for all changes until the event loop runs.
     void viewChanged();
     /// A file was dropped onto the window and loaded, or could not be.
     void fileDropped(const QString &path, bool loaded);
