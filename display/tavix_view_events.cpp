@@ -158,10 +158,11 @@ bool CTavixView::viewportEvent(QEvent *event) {
 // Context menu
 
 void CTavixView::contextMenuEvent(QContextMenuEvent *event) {
+    if (!m_contextMenuEnabled)
+        return event->ignore();
     // A press of the right button has opened the menu already.
-    if (event->reason() != QContextMenuEvent::Mouse && m_contextMenuEnabled)
+    if (event->reason() != QContextMenuEvent::Mouse)
         PopUpContextMenu(event->globalPos());
-    event->accept();
 }
 
 void CTavixView::PopUpContextMenu(const QPoint &globalPosition) {

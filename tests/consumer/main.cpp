@@ -27,8 +27,12 @@ int main(int argc, char **argv) {
     window.SetImage(&image);
     window.AddRectangle(30, 10, 20, 10, 0, 1, RGB(255, 0, 0), "blob");
     const bool painted = !window.grab().isNull();
+    bool signalled = false;
+    QObject::connect(&window, &CTavixWnd::imagePositionChanged, [&] { signalled = true; });
+    window.ZoomPlus();
 
     const bool right = count == 1 && blobs[0].left == 30 && blobs[0].pixelCount == 200;
-    std::printf("%d blob(s), structure %d, painted %d\n", count, hasStructure, painted);
-    return right && hasStructure && painted ? 0 : 1;
+    std::printf("%d blob(s), structure %d, painted %d, signalled %d\n", count, hasStructure,
+                painted, signalled);
+    return right && hasStructure && painted && signalled ? 0 : 1;
 }

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <climits>
 #include <cmath>
 
 using tavix::ViewTransform;
@@ -89,12 +90,19 @@ TEST(ViewTransformTest, CoordinatesTruncateTowardZero) {
     EXPECT_EQ(view.ImageToClient({-3, -5}), CPoint(245 - 4, 202 - 7));
     EXPECT_EQ(view.ClientToImage({249, 209}), CPoint(2, 4));
     EXPECT_EQ(view.ClientToImage({244, 201}), CPoint(0, 0)); // -0.67 truncates to 0.
-    view.SetZoom(10.0);                                      // 1000 x 500: larger than the client.
+    EXPECT_FALSE(view.PixelAt({244, 210}) || view.PixelAt({249, 201}));
+    EXPECT_FALSE(view.PixelAt({245 + 150, 210}) || view.PixelAt({249, 202 + 75}));
+    EXPECT_EQ(view.PixelAt({245, 202 + 74}), CPoint(0, 49));
+    view.SetZoom(10.0); // 1000 x 500: larger than the client.
     view.SetScroll({5000, -3});
     EXPECT_EQ(view.Scroll(), CPoint(360, 0));
     EXPECT_EQ(view.MaxScroll(), CPoint(360, 20));
     EXPECT_EQ(view.ImageToClient({40, 2}), CPoint(40, 20));
     EXPECT_EQ(view.ClientToImage({49, 29}), CPoint(40, 2));
+    view.ScrollToCentre({220, 1000});
+    EXPECT_EQ(view.Scroll(), CPoint(260, 20));
+    view.ScrollToCentre({INT_MIN, INT_MAX});
+    EXPECT_EQ(view.Scroll(), CPoint(0, 20));
 }
 
 TEST(ViewTransformTest, WithoutAnImageTheZoomStaysOne) {

@@ -7,6 +7,8 @@
 
 #include <climits>
 #include <functional>
+#include <initializer_list>
+#include <tuple>
 #include <vector>
 
 namespace {
@@ -26,53 +28,31 @@ bool ShowsNothing(const CTavixWnd &window) {
 using WndImageTest = ShownWindowTest;
 
 TEST_F(WndImageTest, CommandsDoWhatTheSameOperationDoesToAnImage) {
-    struct Case {
-        const char *name;
-        std::function<void(CTavixWnd &)> command;
-        std::function<void(CTavixImage &)> operation;
-    };
-#define COMMAND(NAME)                                                                              \
-    { #NAME, &CTavixWnd::NAME, &CTavixImage::NAME }
-    const Case cases[] = {
-        COMMAND(AutoContrast),
-        COMMAND(HistoEqualize),
-        COMMAND(HistoNormalize),
-        COMMAND(HistoRoot),
-        COMMAND(HistoLog),
-        COMMAND(HistoStretch),
-        COMMAND(Erode),
-        COMMAND(Dilate),
-        COMMAND(OpenBox),
-        COMMAND(CloseBox),
-        COMMAND(Sharpen),
-        COMMAND(Blur),
-        COMMAND(Median),
-        COMMAND(Gaussian3x3),
-        COMMAND(Gaussian5x5),
-        COMMAND(Emboss),
-        COMMAND(Laplacian),
-        COMMAND(Rotate90L),
-        COMMAND(Rotate90R),
-        COMMAND(Rotate180),
-        COMMAND(RotateHorzFlip),
-        COMMAND(RotateVertFlip),
-        {"Light", [](CTavixWnd &w) { w.Light(40, -30); }, [](CTavixImage &i) { i.Light(40, -30); }},
-        {"Gamma", [](CTavixWnd &w) { w.Gamma(1.7); }, [](CTavixImage &i) { i.Gamma(1.7); }},
-        {"Rotate", [](CTavixWnd &w) { w.Rotate(33); }, [](CTavixImage &i) { i.Rotate(33, 0); }}};
-#undef COMMAND
+    using Command = std::function<void(CTavixWnd &)>;
+    using Operation = std::function<void(CTavixImage &)>;
+    std::vector<std::tuple<const char *, Command, Operation>> cases{
+        {"Light", [](auto &w) { w.Light(40, -30); }, [](auto &i) { i.Light(40, -30); }},
+        {"Gamma", [](auto &w) { w.Gamma(1.7); }, [](auto &i) { i.Gamma(1.7); }},
+        {"Rotate", [](auto &w) { w.Rotate(33); }, [](auto &i) { i.Rotate(33, 0); }}};
+#define ADD(NAME) cases.emplace_back(#NAME, &CTavixWnd::NAME, &CTavixImage::NAME)
+    ADD(AutoContrast), ADD(HistoEqualize), ADD(HistoNormalize), ADD(HistoRoot), ADD(HistoLog);
+    ADD(HistoStretch), ADD(Erode), ADD(Dilate), ADD(OpenBox), ADD(CloseBox), ADD(Sharpen);
+    ADD(Blur), ADD(Median), ADD(Gaussian3x3), ADD(Gaussian5x5), ADD(Emboss), ADD(Laplacian);
+    ADD(Rotate90L), ADD(Rotate90R), ADD(Rotate180), ADD(RotateHorzFlip), ADD(RotateVertFlip);
+#undef ADD
     Show(200, 150);
     const CTavixImage8 grey = Noise(53, 41);
     const CTavixImage24 colour = ColourNoise(53, 41);
-    for (const Case &c : cases) {
-        SCOPED_TRACE(c.name);
-        c.command(window); // On nothing.
+    for (const auto &[name, command, operation] : cases) {
+        SCOPED_TRACE(name);
+        command(window); // On nothing.
         for (const CTavixImage *image :
-             {static_cast<const CTavixImage *>(&grey), static_cast<const CTavixImage *>(&colour)}) {
+             std::initializer_list<const CTavixImage *>{&grey, &colour}) {
             window.SetImage(image);
             window.Zoom(2.0);
-            c.command(window);
+            command(window);
             const std::unique_ptr<CTavixImage> expected(image->Clone());
-            c.operation(*expected);
+            operation(*expected);
             EXPECT_TRUE(Equal(*Shown(window), *expected));
             EXPECT_EQ(window.GetZoomFitToMode(), 0); // The size stays, so does the zoom.
         }
@@ -125,20 +105,16 @@ TEST_F(WndImageTest, ImagesGoInAndOutAsCopies) {
             part.reset(window.GetImage(3, 2, size, 4));
             EXPECT_TRUE(part->IsEmpty());
         }
-        const std::unique_ptr<CTavixImage> in8(window.GetImage8()), in24(window.GetImage24());
-        expected.reset(image->GetImage8());
-        EXPECT_TRUE(Equal(*in8, *expected));
-        expected.reset(image->GetImage24());
-        EXPECT_TRUE(Equal(*in24, *expected));
         const bool is8 = image == &grey;
-        const std::unique_ptr<CTavixImage> red(window.GetRedSpace()), green(window.GetGreenSpace()),
-            blue(window.GetBlueSpace());
-        expected.reset(is8 ? grey.GetImage8() : colour.GetRedSpace());
-        EXPECT_TRUE(Equal(*red, *expected));
-        expected.reset(is8 ? grey.GetImage8() : colour.GetGreenSpace());
-        EXPECT_TRUE(Equal(*green, *expected));
-        expected.reset(is8 ? grey.GetImage8() : colour.GetBlueSpace());
-        EXPECT_TRUE(Equal(*blue, *expected));
+        const auto same = [](CTavixImage *got, CTavixImage *wanted) {
+            return Equal(*std::unique_ptr<CTavixImage>(got), *std::unique_ptr<CTavixImage>(wanted));
+        };
+        EXPECT_TRUE(same(window.GetImage8(), image->GetImage8()));
+        EXPECT_TRUE(same(window.GetImage24(), image->GetImage24()));
+        const auto plane = [&](auto member) { return is8 ? grey.GetImage8() : (colour.*member)(); };
+        EXPECT_TRUE(same(window.GetRedSpace(), plane(&CTavixImage24::GetRedSpace)));
+        EXPECT_TRUE(same(window.GetGreenSpace(), plane(&CTavixImage24::GetGreenSpace)));
+        EXPECT_TRUE(same(window.GetBlueSpace(), plane(&CTavixImage24::GetBlueSpace)));
         // Pixels of the other depth are not there.
         window.SetPixel(12, 6, 9);
         window.SetPixel24(11, 6, 0x123456);
