@@ -82,6 +82,7 @@ public:
     void ShowObject(bool show);
 
     void ShowLayer(bool show);
+    bool IsLayerShown() const { return m_showLayer; }
     void SetViewCrossLine(bool show);
     bool IsViewCrossLineShown() const { return m_showCrossLine; }
     void ShowPixelGrid(bool show);
@@ -161,7 +162,7 @@ private:
     bool m_showPixelGrid = false;
     bool m_contextMenuEnabled = true;
     bool m_mouseCaptured = false;
-    bool m_inMouseEvent = false;
+    bool m_inMouseEvent = false;      ///< The host hears of one.
     bool m_viewChangePending = false; ///< TellViewChanged has something under way.
     bool m_applying = false;          ///< The scroll bars are being set from the transform.
 };

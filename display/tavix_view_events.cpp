@@ -18,6 +18,7 @@
 #include <QWheelEvent>
 
 #include <cmath>
+#include <utility>
 
 namespace {
 
@@ -115,6 +116,8 @@ void CTavixView::mousePressEvent(QMouseEvent *event) {
 void CTavixView::mouseMoveEvent(QMouseEvent *event) {
     const CPoint point = ClientPoint(*event);
     m_cursor = point;
+    if (event->buttons() == Qt::NoButton)
+        ReleaseMouse(); // A dialog, for example, has taken the release.
     const bool left = event->buttons() & Qt::LeftButton;
     const bool right = event->buttons() & Qt::RightButton;
     const QPointer<CTavixView> self(this);
@@ -220,13 +223,13 @@ void CTavixView::dropEvent(QDropEvent *event) {
 
 void CTavixView::RaiseMouse(MouseProc proc, MouseSignal signal, CPoint point) {
     const QPointer<CTavixView> self(this);
-    m_inMouseEvent = true;
+    const bool nested = std::exchange(m_inMouseEvent, true);
     if (proc)
         proc(point.x, point.y, reinterpret_cast<LPARAM>(m_window));
     if (self)
         Q_EMIT(m_window->*signal)(point.x, point.y);
     if (self)
-        m_inMouseEvent = false;
+        m_inMouseEvent = nested;
 }
 
 void CTavixView::Raise(NotifyProc proc, NotifySignal signal) {
