@@ -1,85 +1,161 @@
 #include "TAVIX20/display/draw_obj.h"
 
-#include "TAVIX20/display/view_transform.h"
-#include "TAVIX20/support/wrap.h"
-
-#include <QColor>
-#include <QPainter>
-#include <QPen>
+#include "TAVIX20/display/draw_obj_array.h"
+#include "TAVIX20/display/object_canvas.h"
+#include "TAVIX20/display/object_geometry.h"
+#include "TAVIX20/display/object_keys.h"
 
 #include <algorithm>
 #include <cstring>
 
 namespace {
 
-QColor ToQColor(COLORREF colour) {
-    return {GetRValue(colour), GetGValue(colour), GetBValue(colour)};
-}
-
-Qt::PenStyle ToQtStyle(int style) {
-    switch (style) {
-    case PS_DASH:
-        return Qt::DashLine;
-    case PS_DOT:
-        return Qt::DotLine;
-    case PS_DASHDOT:
-        return Qt::DashDotLine;
-    case PS_DASHDOTDOT:
-        return Qt::DashDotDotLine;
-    case PS_NULL:
-        return Qt::NoPen;
-    default:
-        return Qt::SolidLine;
-    }
-}
-
-/// The frame of the given thickness along the inside of the rectangle's edges, pixel by pixel.
-void FillFrame(QPainter &painter, const QRect &outer, int thickness, const QColor &colour) {
-    const QRect inner = outer.adjusted(thickness, thickness, -thickness, -thickness);
-    if (inner.width() <= 0 || inner.height() <= 0) {
-        painter.fillRect(outer, colour);
-        return;
-    }
-    painter.fillRect(outer.x(), outer.y(), outer.width(), thickness, colour);
-    painter.fillRect(outer.x(), inner.bottom() + 1, outer.width(), thickness, colour);
-    painter.fillRect(outer.x(), inner.y(), thickness, inner.height(), colour);
-    painter.fillRect(inner.right() + 1, inner.y(), thickness, inner.height(), colour);
+/// Cut to the field, which always ends with a zero.
+template <std::size_t Size>
+void SetField(std::array<char, Size> &field, const char *text) {
+    std::array<char, Size> cut{}; // The text may be the field's own.
+    if (text)
+        std::memcpy(cut.data(), text, strnlen(text, Size - 1));
+    field = cut;
 }
 
 } // namespace
+
+void CDrawObj::CopyFrom(const CDrawObj &other) {
+    if (this == &other)
+        return;
+    SetName(other.GetName());
+    m_anchor = other.m_anchor;
+    m_penWidth = other.m_penWidth;
+    m_penStyle = other.m_penStyle;
+    m_colour = other.m_colour;
+    m_fontSize = other.m_fontSize;
+    m_fontFace = other.m_fontFace;
+    CopyShape(other);
+    Changed();
+}
+
+void CDrawObj::Draw(tavix::ObjectCanvas &) const {}
+
+std::unique_ptr<CDrawObj> CDrawObj::Clone() const {
+    std::unique_ptr<CDrawObj> copy(new CDrawObj);
+    copy->CopyFrom(*this);
+    return copy;
+}
+
+int CDrawObj::HitTest(int x, int y) const {
+    const int count = GetHandleCount();
+    int nearest = 0;
+    std::int64_t least = HIT_RADIUS + 1;
+    for (int handle = 1; handle <= count; ++handle) {
+        const CPoint at = GetHandle(handle);
+        const std::int64_t dx = static_cast<std::int64_t>(x) - at.x;
+        const std::int64_t dy = static_cast<std::int64_t>(y) - at.y;
+        const std::int64_t distance = std::max(std::abs(dx), std::abs(dy));
+        if (distance < least) {
+            least = distance;
+            nearest = handle;
+        }
+    }
+    return nearest;
+}
+
+bool CDrawObj::HitTest(const tagPOINT &point) const {
+    return HitTest(point.x, point.y) != 0;
+}
+
+Qt::CursorShape CDrawObj::GetHandleCursor(int handle) const {
+    return handle == 1 ? Qt::SizeAllCursor : Qt::ArrowCursor;
+}
+
+CPoint CDrawObj::GetHandle(int index) const {
+    return index <= GetHandleCount() ? m_anchor : CPoint(-1, -1);
+}
+
+void CDrawObj::MoveTo(const tagPOINT &point) {
+    m_anchor = point;
+    Changed();
+}
+
+void CDrawObj::Offset(const tagPOINT &delta) {
+    m_anchor = {tavix::Saturate(std::int64_t{m_anchor.x} + delta.x),
+                tavix::Saturate(std::int64_t{m_anchor.y} + delta.y)};
+    Changed();
+}
+
+void CDrawObj::MoveHandleTo(int handle, const tagPOINT &point) {
+    if (handle == 1)
+        MoveTo(point);
+}
+
+CRect CDrawObj::GetBoundRect() const {
+    return {m_anchor.x, m_anchor.y, m_anchor.x, m_anchor.y};
+}
+
+int CDrawObj::GetDrawMargin() const {
+    return std::min<int>(m_penWidth, tavix::Pen::MAX_WIDTH);
+}
+
+CString CDrawObj::GetObjectString() const {
+    tavix::KeyWriter writer;
+    WriteKeys(writer);
+    return writer.Take();
+}
+
+void CDrawObj::SetObjectString(std::string_view list) {
+    const CString current = GetObjectString();
+    for (const tavix::KeyEntry &entry : tavix::ChangedKeys(list, current.GetString()))
+        ReadKey(entry);
+    Changed();
+}
+
+void CDrawObj::WriteKeys(tavix::KeyWriter &) const {}
+
+void CDrawObj::WritePenKeys(tavix::KeyWriter &writer) const {
+    writer.Colour("STROKE_COLOR", m_colour);
+    writer.Integer("PEN_WIDTH", m_penWidth);
+    writer.Integer("PEN_STYLE", m_penStyle);
+}
+
+void CDrawObj::ReadKey(const tavix::KeyEntry &entry) {
+    if (entry.key == "STROKE_COLOR") {
+        tavix::ReadColour(entry.value, m_colour);
+    } else if (entry.key == "PEN_STYLE") {
+        tavix::ReadInteger(entry.value, m_penStyle);
+    } else if (std::int32_t width = 0;
+               entry.key == "PEN_WIDTH" && tavix::ReadInteger(entry.value, width) && width >= 1) {
+        m_penWidth = width;
+    }
+}
 
 void CDrawObj::SetStyle(int width, int style, COLORREF colour) {
     m_penWidth = std::max(1, width);
     m_penStyle = style;
     m_colour = colour;
+    Changed();
+}
+
+void CDrawObj::SetColor(COLORREF colour) {
+    m_colour = colour;
+    Changed();
 }
 
 void CDrawObj::SetName(const char *name) {
-    std::strncpy(m_name, name ? name : "", sizeof m_name - 1);
-    m_name[sizeof m_name - 1] = '\0';
+    CDrawObjArray *const array = m_array;
+    if (array)
+        array->UnlinkName(*this);
+    SetField(m_name, name);
+    if (array)
+        array->LinkName(*this);
 }
 
-CDrawRectObj::CDrawRectObj(int left, int top, int width, int height)
-    : CDrawObj(CPoint(left, top)), m_size(width, height) {}
+void CDrawObj::SetFont(int size, const char *face) {
+    m_fontSize = size;
+    SetField(m_fontFace, face);
+    Changed();
+}
 
-void CDrawRectObj::Draw(CDC &dc, const tavix::ViewTransform &view) const {
-    CRect pixels(m_anchor.x, m_anchor.y, tavix::WrapAdd(m_anchor.x, m_size.cx),
-                 tavix::WrapAdd(m_anchor.y, m_size.cy));
-    pixels.NormalizeRect();
-    CRect painted = view.PaintedRect(pixels);
-    // Far below one client pixel per image pixel a small rectangle would vanish.
-    painted.right = std::max(painted.right, painted.left + 1);
-    painted.bottom = std::max(painted.bottom, painted.top + 1);
-
-    QPainter &painter = *dc.GetPainter();
-    if (m_penStyle == PS_SOLID) {
-        FillFrame(painter, painted, m_penWidth, ToQColor(m_colour));
-        return;
-    }
-    painter.setBrush(Qt::NoBrush);
-    painter.setPen(
-        QPen(ToQColor(m_colour), m_penWidth, ToQtStyle(m_penStyle), Qt::FlatCap, Qt::MiterJoin));
-    const int before = m_penWidth / 2;
-    const int behind = m_penWidth - before;
-    painter.drawRect(QRect(painted).adjusted(before, before, -behind, -behind));
+void CDrawObj::Changed() {
+    if (m_array)
+        m_array->ObjectChanged(*this);
 }

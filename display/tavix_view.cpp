@@ -43,6 +43,7 @@ CTavixView::CTavixView(CTavixWnd *window) : QAbstractScrollArea(window), m_windo
     viewport()->setMouseTracking(true);
     horizontalScrollBar()->setSingleStep(SCROLL_STEP);
     verticalScrollBar()->setSingleStep(SCROLL_STEP);
+    InitialiseObjects();
 }
 
 // Destroyed by the host from within a mouse event: after a press of the right button Qt still sends
@@ -115,21 +116,6 @@ void CTavixView::CursorPosToCenter() {
         return;
     m_transform.ScrollToCentre(CPoint(cursor));
     ApplyTransform();
-}
-
-void CTavixView::AddObject(std::unique_ptr<CDrawObj> object) {
-    m_objects.push_back(std::move(object));
-    Repaint();
-}
-
-void CTavixView::RemoveAllObjects() {
-    m_objects.clear();
-    Repaint();
-}
-
-void CTavixView::ShowObject(bool show) {
-    m_showObjects = show;
-    Repaint();
 }
 
 void CTavixView::ShowLayer(bool show) {
@@ -211,7 +197,7 @@ void CTavixView::paintEvent(QPaintEvent *event) {
     painter.fillRect(event->rect(), QColor(BACKGROUND));
     if (m_transform.HasImage()) {
         PaintPicture(painter, m_transform);
-        PaintOverlays(painter, m_transform);
+        PaintOverlays(painter, m_transform, event->rect());
     }
     if (m_showCrossLine)
         PaintCrossLine(painter);
@@ -233,12 +219,10 @@ void CTavixView::PaintPicture(QPainter &painter, const tavix::ViewTransform &tra
 }
 
 /// What lies over the picture and moves with it.
-void CTavixView::PaintOverlays(QPainter &painter, const tavix::ViewTransform &transform) const {
-    if (m_showObjects) {
-        CDC dc(&painter);
-        for (const auto &object : m_objects)
-            object->Draw(dc, transform);
-    }
+void CTavixView::PaintOverlays(QPainter &painter, const tavix::ViewTransform &transform,
+                               const QRect &visible) const {
+    if (m_showObjects)
+        PaintObjects(painter, transform, visible);
 }
 
 void CTavixView::PaintCrossLine(QPainter &painter) const {

@@ -1,7 +1,7 @@
 /// CTavixView: the scroll view that shows an image with its overlay objects.
 #pragma once
 
-#include "TAVIX20/display/draw_obj.h"
+#include "TAVIX20/display/draw_obj_array.h"
 #include "TAVIX20/display/view_callbacks.h"
 #include "TAVIX20/display/view_transform.h"
 #include "TAVIX20/image/tavix_image.h"
@@ -77,9 +77,20 @@ public:
     /// what depends on the part that is shown.
     void Refresh();
 
-    void AddObject(std::unique_ptr<CDrawObj> object);
-    void RemoveAllObjects();
+    // Overlay objects; tavix_view_objects.cpp.
+    CDrawObjArray &Objects() { return m_objects; }
+    const CDrawObjArray &Objects() const { return m_objects; }
+    /// Makes the first object of the name the selected one; false, and nothing changed, without
+    /// one.
+    bool SelectObject(const char *name);
+    /// The group of measurement objects that is a scale bar; see CTavixWnd.
+    void AddScaleBar(const CPoint &start, int length, int parts, int style, int penWidth,
+                     COLORREF colour, const char *name);
+    bool SetObjectString(const char *name, const char *text);
     void ShowObject(bool show);
+    /// Units per pixel of measurement objects.
+    double Calibration() const { return m_calibration; }
+    void SetCalibration(double unitsPerPixel);
 
     void ShowLayer(bool show);
     bool IsLayerShown() const { return m_showLayer; }
@@ -136,7 +147,11 @@ private:
     void ZoomIn(double step);
     void ZoomOut(double step);
     void PaintPicture(QPainter &painter, const tavix::ViewTransform &transform) const;
-    void PaintOverlays(QPainter &painter, const tavix::ViewTransform &transform) const;
+    void InitialiseObjects();
+    void PaintObjects(QPainter &painter, const tavix::ViewTransform &transform,
+                      const QRect &visible) const;
+    void PaintOverlays(QPainter &painter, const tavix::ViewTransform &transform,
+                       const QRect &visible) const;
     void PaintCrossLine(QPainter &painter) const;
 
     using MouseSignal = void (CTavixWnd::*)(int x, int y);
@@ -151,7 +166,8 @@ private:
     CTavixWnd *m_window;
     std::unique_ptr<CTavixImage> m_image; ///< Null while nothing is shown.
     tavix::ViewTransform m_transform;
-    CDrawObjArray m_objects;
+    mutable CDrawObjArray m_objects; ///< Drawing them builds their place index.
+    double m_calibration = 1.0;
     tavix::ViewCallbacks m_callbacks;
     QPointer<QMenu> m_contextMenu;        ///< A child; null until it is opened.
     std::optional<CPoint> m_cursor;       ///< Client position while the cursor is over the view.

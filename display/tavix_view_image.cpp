@@ -209,6 +209,6 @@ void CTavixView::PaintFrame(QImage &frame, double zoom) const {
             transform.SetScroll({x, y});
             QPainter painter(&tile);
             PaintPicture(painter, transform);
-            PaintOverlays(painter, transform);
+            PaintOverlays(painter, transform, QRect(QPoint(), QSize(size)));
         }
 }

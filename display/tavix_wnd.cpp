@@ -195,22 +195,6 @@ void CTavixWnd::ImagePtToClientPoint(CRect &rect) const {
     ConvertCorners(rect, [this](CPoint point) { return m_view->Transform().ImageToClient(point); });
 }
 
-void CTavixWnd::AddRectangle(int left, int top, int width, int height, int style, int penWidth,
-                             unsigned long colour, const char *name) {
-    auto object = std::make_unique<CDrawRectObj>(left, top, width, height);
-    object->SetStyle(penWidth, style, static_cast<COLORREF>(colour));
-    object->SetName(name);
-    m_view->AddObject(std::move(object));
-}
-
-void CTavixWnd::RemoveAllGraphics() {
-    m_view->RemoveAllObjects();
-}
-
-void CTavixWnd::ShowObject(int show) {
-    m_view->ShowObject(show != 0);
-}
-
 void CTavixWnd::ShowLayer(int show) {
     m_view->ShowLayer(show != 0);
 }

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "TAVIX20/display/callback_types.h"
+#include "TAVIX20/platform/cstring.h"
 #include "TAVIX20/platform/export.h"
 #include "TAVIX20/platform/geometry.h"
 
@@ -152,14 +153,118 @@ public:
     void ImagePtToClientPoint(CPoint &point) const;
     void ImagePtToClientPoint(CRect &rect) const;
 
-    /// Adds a rectangle outline around the image pixels left to left + width - 1 and top to
-    /// top + height - 1, drawn along the inside of that block. The style is a pen style (0 solid,
-    /// 1 dashed, 2 dotted, 3 and 4 dashes with dots, 5 nothing), the pen width is in client pixels
-    /// (at least 1), the colour 0x00BBGGRR. The name is cut to 63 bytes.
+    // Overlay objects; tavix_wnd_objects.cpp.
+    //
+    // Objects are kept in image coordinates and drawn in the order in which they are added. A point
+    // lies on an image pixel and is drawn at the centre of that pixel's block. The style is a pen
+    // style (0 solid, 1 dashed, 2 dotted, 3 and 4 dashes with dots, 5 nothing), widths of pens are
+    // in client pixels (at least 1), colours are 0x00BBGGRR. The name is cut to 63 bytes, null is
+    // the empty one; any number of objects may share it. Point lists may be null (no points), hold
+    // 0, 1 or millions of points, and are copied.
+
+    /// One client pixel.
+    void AddPoint(int x, int y, unsigned long colour, const char *name);
+    void AddPoint(CPoint point, unsigned long colour, const char *name);
+    /// A line; both end pixels belong to it.
+    void AddLine(int x1, int y1, int x2, int y2, int style, int width, unsigned long colour,
+                 const char *name);
+    void AddLine(CPoint start, CPoint end, int style, int width, unsigned long colour,
+                 const char *name);
+    /// A line with a bar of tick client pixels across each end.
+    void AddHStyleLine(int x1, int y1, int x2, int y2, int tick, int style, int width,
+                       unsigned long colour, const char *name);
+    void AddHStyleLine(CPoint start, CPoint end, int tick, int style, int width,
+                       unsigned long colour, const char *name);
+    /// A line with filled heads, headLength long and headBreadth broad in pen widths (1 to 1,000
+    /// each). heads: 1 a head at the second point, 2 at the first, 3 at both, 0 none.
+    void AddArrowLine(int x1, int y1, int x2, int y2, int headLength, int headBreadth, int heads,
+                      int style, int width, unsigned long colour, const char *name);
+    void AddArrowLine(CPoint start, CPoint end, int headLength, int headBreadth, int heads,
+                      int style, int width, unsigned long colour, const char *name);
+    /// A line with graduation marks of 1, 2 or 5 times a power of ten image pixels, counted from
+    /// its middle.
+    void AddReticleLine(int x1, int y1, int x2, int y2, int style, int width, unsigned long colour,
+                        const char *name);
+    void AddReticleLine(CPoint start, CPoint end, int style, int width, unsigned long colour,
+                        const char *name);
+    /// A cross over the image pixels x - armX to x + armX and y - armY to y + armY.
+    void AddCrossPoint(int x, int y, int armX, int armY, int style, int width, unsigned long colour,
+                       const char *name);
+    void AddCrossPoint(CPoint centre, int armX, int armY, int style, int width,
+                       unsigned long colour, const char *name);
+
+    /// The image pixels left to left + width - 1 and top to top + height - 1; negative sizes extend
+    /// to the other side. Outlines lie on the outermost client pixels of that block and grow
+    /// inwards.
     void AddRectangle(int left, int top, int width, int height, int style, int penWidth,
                       unsigned long colour, const char *name);
-    /// Removes all overlay objects.
-    void RemoveAllGraphics();
+    void AddFillRectangle(int left, int top, int width, int height, unsigned long colour,
+                          const char *name);
+    /// The ellipse in that box.
+    void AddEllipse(int left, int top, int width, int height, int style, int penWidth,
+                    unsigned long colour, const char *name);
+    void AddFillEllipse(int left, int top, int width, int height, unsigned long colour,
+                        const char *name);
+    /// The circle in the box with left = cx - d / 2 and top = cy - d / 2, truncated toward 0, and d
+    /// as width and height.
+    void AddCycle(int cx, int cy, int d, int style, int width, unsigned long colour,
+                  const char *name);
+    void AddFillCycle(int cx, int cy, int d, unsigned long colour, const char *name);
+
+    /// Lines from point to point; a polygon's also from the last to the first.
+    void AddPolyline(const TavixArray::CPointArray &points, int style, int width,
+                     unsigned long colour, const char *name);
+    void AddPolyline(const tagPOINT *points, int count, int style, int width, unsigned long colour,
+                     const char *name);
+    void AddPolygon(const TavixArray::CPointArray &points, int style, int width,
+                    unsigned long colour, const char *name);
+    void AddPolygon(const tagPOINT *points, int count, int style, int width, unsigned long colour,
+                    const char *name);
+    /// A polygon's outline and inside, by the winding rule.
+    void AddFillPolygon(const TavixArray::CPointArray &points, unsigned long colour,
+                        const char *name);
+    void AddFillPolygon(const tagPOINT *points, int count, unsigned long colour, const char *name);
+    /// A polygon's outline, with the pen, and hatch lines inside. hatch: 0 horizontal, 1 vertical,
+    /// 2 falling, 3 rising, 4 horizontal and vertical, 5 falling and rising lines.
+    void AddFillHatchPolygon(const TavixArray::CPointArray &points, int hatch, int width,
+                             unsigned long colour, const char *name);
+    void AddFillHatchPolygon(const tagPOINT *points, int count, int hatch, int width,
+                             unsigned long colour, const char *name);
+
+    /// Text with its top-left corner at the pixel, in points of a 96 dpi screen at every zoom.
+    /// Lines end with "\n"; the first 4,096 bytes are drawn.
+    void AddText(int x, int y, bool bold, bool italic, bool underline, int size,
+                 unsigned long colour, const char *text, const char *name);
+    /// A bar of length image pixels to the right of the pixel, in equal parts (1 to 100), with its
+    /// calibrated length: one measured distance for each part and one with the label for the whole,
+    /// all with this name.
+    void AddScaleBar(int x, int y, int length, int parts, int style, int width,
+                     unsigned long colour, const char *name);
+    /// Units per image pixel of measurement objects added from now on; 1.0 at first. Nothing
+    /// happens for what is not positive and finite.
+    void SetCalibration(double unitsPerPixel);
+    double GetCalibration() const;
+
+    /// Selects the first object of exactly this name for editing. One object is selected in the
+    /// whole process. Returns 1, or 0 (and the selection stays) when there is none.
+    int Select(const char *name);
+    /// Clears the selection, whichever window it is in.
+    void DeSelect();
+    /// Remove operations return how many objects they removed.
+    int RemoveObject(int index);
+    int RemoveObject(const char *name);   ///< The first object of the name.
+    int RemoveGraphics(const char *name); ///< All objects of the name.
+    int RemoveAllGraphics();              ///< All objects.
+    /// All objects and everything else that was drawn over the picture.
+    void RemoveAll();
+    /// The key list of the selected object, in whichever window, or of the first object of the
+    /// name; empty when there is none. The header object_keys.h has the grammar; an entry is key =
+    /// value, entries are separated by ";".
+    CString GetObjectString() const;
+    CString GetObjectString(const char *name) const;
+    /// Applies a key list to the first object of the name. Unknown keys and damaged values change
+    /// nothing. Returns 1, or 0 when there is no such object.
+    int SetObjectString(const char *name, const char *text);
     /// Shows (not 0) or hides the overlay objects.
     void ShowObject(int show);
 

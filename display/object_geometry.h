@@ -1,0 +1,58 @@
+/// Small geometry that overlay objects share: arithmetic that stays in the 32-bit range, distances.
+#pragma once
+
+#include "TAVIX20/platform/geometry.h"
+
+#include <algorithm>
+#include <cmath>
+#include <cstdint>
+#include <limits>
+#include <span>
+
+namespace tavix {
+
+/// The nearest 32-bit value.
+constexpr std::int32_t Saturate(std::int64_t value) {
+    constexpr std::int64_t lowest = std::numeric_limits<std::int32_t>::min();
+    constexpr std::int64_t highest = std::numeric_limits<std::int32_t>::max();
+    return static_cast<std::int32_t>(std::clamp(value, lowest, highest));
+}
+
+/// The part of a shift from first by delta that keeps low to high in the 32-bit range, so that a
+/// shape that reaches the range's end keeps its form.
+constexpr std::int64_t LimitShift(std::int64_t delta, std::int32_t low, std::int32_t high) {
+    constexpr std::int64_t lowest = std::numeric_limits<std::int32_t>::min();
+    constexpr std::int64_t highest = std::numeric_limits<std::int32_t>::max();
+    return std::clamp(delta, lowest - low, highest - high);
+}
+
+/// The smallest rectangle, all edges inclusive, around the points; null without any.
+inline CRect BoundsOf(std::span<const tagPOINT> points) {
+    if (points.empty())
+        return {};
+    CRect bounds(points[0].x, points[0].y, points[0].x, points[0].y);
+    for (const tagPOINT &point : points) {
+        bounds.left = std::min(bounds.left, point.x);
+        bounds.top = std::min(bounds.top, point.y);
+        bounds.right = std::max(bounds.right, point.x);
+        bounds.bottom = std::max(bounds.bottom, point.y);
+    }
+    return bounds;
+}
+
+inline double Distance(const tagPOINT &a, const tagPOINT &b) {
+    return std::hypot(static_cast<double>(b.x) - a.x, static_cast<double>(b.y) - a.y);
+}
+
+/// From the point to the nearest point of the segment.
+inline double DistanceToSegment(const tagPOINT &point, const tagPOINT &a, const tagPOINT &b) {
+    const double dx = static_cast<double>(b.x) - a.x;
+    const double dy = static_cast<double>(b.y) - a.y;
+    const double px = static_cast<double>(point.x) - a.x;
+    const double py = static_cast<double>(point.y) - a.y;
+    const double square = dx * dx + dy * dy;
+    const double along = square > 0 ? std::clamp((px * dx + py * dy) / square, 0.0, 1.0) : 0.0;
+    return std::hypot(px - along * dx, py - along * dy);
+}
+
+} // namespace tavix
