@@ -11,6 +11,7 @@ struct Comparison {
     double target;         ///< The peer's time divided by ours is to be at least this.
     std::function<void()> ours;
     std::function<void()> theirs;
+    double frames = 0.0; ///< Unless 0: calls are frames, and so many a second are to be reached.
 };
 
 /// Adds a row. Both functions do the whole work once a call and keep their data alive.
@@ -28,4 +29,5 @@ void AddDisplayComparisons();
 void AddFileComparisons();
 void AddImageComparisons();
 void AddStringComparisons();
+void AddOverlayComparisons();
 void AddTransformComparisons();

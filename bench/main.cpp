@@ -1,12 +1,12 @@
 #include "comparison.h"
 
-#include <QGuiApplication>
+#include <QApplication>
 #include <opencv2/core.hpp>
 
 int main(int argc, char **argv) {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     int applicationArguments = 1;
-    const QGuiApplication application(applicationArguments, argv);
+    const QApplication application(applicationArguments, argv);
 
     cv::setNumThreads(1); // OpenCV's own threads would hide what its kernels cost.
     AddImageComparisons();
@@ -17,5 +17,6 @@ int main(int argc, char **argv) {
     AddDisplayComparisons();
     AddFileComparisons();
     AddStringComparisons();
+    AddOverlayComparisons();
     return RunComparisons(argc, argv);
 }

@@ -198,7 +198,9 @@ void CMeasureCycleObj::Draw(ObjectCanvas &canvas) const {
     std::vector<QPointF> &points = canvas.Points();
     tavix::AppendArc(points, middle, radius, radius, m_startAngle, m_startAngle + Sweep());
     canvas.Polyline(points, whole, pen);
-    DrawCross(canvas, canvas.Centre(m_anchor, m_penWidth), pen);
+    // The centre may lie between pixels.
+    const double snap = (m_penWidth % 2) / 2.0;
+    DrawCross(canvas, {std::floor(middle.x()) + snap, std::floor(middle.y()) + snap}, pen);
     DrawLabel(canvas, middle);
 }
 
