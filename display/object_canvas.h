@@ -63,7 +63,7 @@ struct CanvasStorage {
     std::vector<QPointF> cutting; ///< The same, while it is cut.
 };
 
-class ObjectCanvas {
+class TAVIX_API ObjectCanvas {
 public:
     /// Nothing outside clip (client pixels) needs to be drawn. Painter and storage outlive the
     /// canvas.
