@@ -1,5 +1,5 @@
-// Each kernel is a loop over whole vectors and a plain loop over the rest. Where one lane, or a
-// target without gathering, cannot do the former, the plain loop does all.
+// Each kernel is a loop over whole vectors and a plain loop over the rest. Where one lane
+// cannot do the former, the plain loop does all.
 
 #include "TAVIX20/display/picture_kernels.h"
 
@@ -60,17 +60,6 @@ void ColourToScreen(const std::uint8_t *pixels, std::size_t count, std::uint32_t
         target[at] = OPAQUE | std::uint32_t{pixel[2]} << 16 | std::uint32_t{pixel[1]} << 8 |
                      std::uint32_t{pixel[0]};
     }
-}
-
-void Pick(const std::uint32_t *line, const std::int32_t *index, std::size_t count,
-          std::uint32_t *target) {
-    const PixelTag d;
-    const hn::RebindToSigned<PixelTag> positions;
-    std::size_t at = 0;
-    for (; at + hn::Lanes(d) <= count; at += hn::Lanes(d))
-        hn::StoreU(hn::GatherIndex(d, line, hn::LoadU(positions, index + at)), d, target + at);
-    for (; at < count; ++at)
-        target[at] = line[index[at]];
 }
 
 /// value / 255, rounded, for values to 255 * 255.
@@ -285,35 +274,42 @@ constexpr int WEIGHT_BITS = ROW_WEIGHT_BITS + COLUMN_WEIGHT_BITS;
 /// Takes the 32768 out of a weighted sum and rounds it.
 constexpr std::int32_t ROUNDING = (32768 << COLUMN_WEIGHT_BITS) + (1 << (WEIGHT_BITS - 1));
 
+// Pixels are fetched with loads of their own: gathering them is slower, on some processors by far.
 void SumGreyColumns(const std::int16_t *sums, const ColumnWeights &columns, std::uint8_t *target) {
     const std::size_t count = columns.count;
     std::size_t at = 0;
-#if HWY_TARGET == HWY_AVX2 || HWY_TARGET == HWY_AVX3 || HWY_TARGET == HWY_AVX3_DL
-    const hn::ScalableTag<std::int32_t> d;
-    const hn::Repartition<std::int16_t, decltype(d)> words;
-    const hn::Rebind<std::uint8_t, decltype(d)> narrow;
-    const auto *const base = reinterpret_cast<const std::int32_t *>(sums);
-    for (; at + hn::Lanes(d) <= count; at += hn::Lanes(d)) {
-        auto offsets = hn::ShiftLeft<1>(hn::LoadU(d, columns.first + at));
-        auto even = hn::Set(d, ROUNDING);
-        auto odd = hn::Zero(d);
-        for (std::size_t pair = 0; pair < columns.tapPairs; ++pair) {
-            const auto values = hn::BitCast(words, hn::GatherOffset(d, base, offsets));
-            const auto weights = hn::LoadU(words, columns.pairs + (pair * count + at) * 2);
-            even = hn::ReorderWidenMulAccumulate(d, values, weights, even, odd);
-            offsets = hn::Add(offsets, hn::Set(d, 4));
+#if HWY_TARGET != HWY_SCALAR
+    const hn::FixedTag<std::int16_t, 8> words;
+    const hn::FixedTag<std::int16_t, 4> quad;
+    const hn::FixedTag<std::int32_t, 4> d;
+    const hn::FixedTag<std::uint8_t, 4> narrow;
+    for (; at + 4 <= count; at += 4) {
+        const std::int32_t *const first = columns.first + at;
+        auto mean = hn::Set(d, ROUNDING);
+        for (std::size_t q = 0; q < columns.quads; ++q) {
+            const std::int16_t *const weights = columns.weights + (q * count + at) * 4;
+            // Half the products of the pixels i and i + 1 each.
+            const auto two = [=](std::size_t i) {
+                const auto values = hn::Combine(words, hn::LoadU(quad, sums + first[i + 1] + 4 * q),
+                                                hn::LoadU(quad, sums + first[i] + 4 * q));
+                auto odd = hn::Zero(d);
+                const auto even = hn::ReorderWidenMulAccumulate(
+                    d, values, hn::LoadU(words, weights + 4 * i), hn::Zero(d), odd);
+                return hn::RearrangeToOddPlusEven(even, odd);
+            };
+            const auto low = two(0);
+            const auto high = two(2);
+            mean =
+                hn::Add(mean, hn::Add(hn::ConcatEven(d, high, low), hn::ConcatOdd(d, high, low)));
         }
-        const auto mean = hn::ShiftRight<WEIGHT_BITS>(hn::RearrangeToOddPlusEven(even, odd));
-        hn::StoreU(hn::DemoteTo(narrow, mean), narrow, target + at);
+        hn::StoreU(hn::DemoteTo(narrow, hn::ShiftRight<WEIGHT_BITS>(mean)), narrow, target + at);
     }
 #endif
     for (; at < count; ++at) {
-        const std::int16_t *value = sums + columns.first[at];
         std::int32_t sum = ROUNDING;
-        for (std::size_t pair = 0; pair < columns.tapPairs; ++pair, value += 2) {
-            const std::int16_t *const weights = columns.pairs + (pair * count + at) * 2;
-            sum += value[0] * weights[0] + value[1] * weights[1];
-        }
+        for (std::size_t tap = 0; tap < 4 * columns.quads; ++tap)
+            sum += sums[static_cast<std::size_t>(columns.first[at]) + tap] *
+                   columns.weights[(tap / 4 * count + at) * 4 + tap % 4];
         target[at] = static_cast<std::uint8_t>(sum >> WEIGHT_BITS);
     }
 }
@@ -336,9 +332,10 @@ void SumColourColumns(const std::int16_t *sums, const ColumnWeights &columns, in
         const std::int16_t *value = sums + static_cast<std::size_t>(columns.first[at]) * step;
         auto even = hn::Set(d, ROUNDING);
         auto odd = hn::Zero(d);
-        for (std::size_t pair = 0; pair < columns.tapPairs; ++pair, value += 2 * step) {
+        for (std::size_t tap = 0; tap < 4 * columns.quads; tap += 2, value += 2 * step) {
             std::int32_t both;
-            std::memcpy(&both, columns.pairs + (pair * columns.count + at) * 2, sizeof both);
+            std::memcpy(&both, columns.weights + (tap / 4 * columns.count + at) * 4 + tap % 4,
+                        sizeof both);
             const auto values = hn::BitCast(bytes, hn::LoadU(words, value));
             const auto neighbours = hn::BitCast(words, hn::TableLookupBytes(values, order));
             even = hn::ReorderWidenMulAccumulate(d, neighbours,
@@ -354,13 +351,12 @@ void SumColourColumns(const std::int16_t *sums, const ColumnWeights &columns, in
     for (std::size_t at = 0; at < columns.count; ++at) {
         target[at] = alpha;
         for (std::size_t channel = 0; channel < step; ++channel) {
-            const std::int16_t *value =
+            const std::int16_t *const value =
                 sums + static_cast<std::size_t>(columns.first[at]) * step + channel;
             std::int32_t sum = ROUNDING;
-            for (std::size_t pair = 0; pair < columns.tapPairs; ++pair, value += 2 * step) {
-                const std::int16_t *const weights = columns.pairs + (pair * columns.count + at) * 2;
-                sum += value[0] * weights[0] + value[step] * weights[1];
-            }
+            for (std::size_t tap = 0; tap < 4 * columns.quads; ++tap)
+                sum += value[tap * step] *
+                       columns.weights[(tap / 4 * columns.count + at) * 4 + tap % 4];
             target[at] |= static_cast<std::uint32_t>(sum >> WEIGHT_BITS) << 8 * channel;
         }
     }
@@ -375,7 +371,6 @@ namespace tavix {
 
 HWY_EXPORT(GreyToScreen);
 HWY_EXPORT(ColourToScreen);
-HWY_EXPORT(Pick);
 HWY_EXPORT(MultiplyByAlpha);
 HWY_EXPORT(Compose);
 HWY_EXPORT(Split);
@@ -393,11 +388,6 @@ void ExpandGrey(const std::uint8_t *grey, std::size_t count, std::uint32_t *targ
 
 void ExpandColour(const std::uint8_t *pixels, std::size_t count, std::uint32_t *target) {
     HWY_DYNAMIC_DISPATCH(ColourToScreen)(pixels, count, target);
-}
-
-void PickPixels(const std::uint32_t *line, const std::int32_t *index, std::size_t count,
-                std::uint32_t *target) {
-    HWY_DYNAMIC_DISPATCH(Pick)(line, index, count, target);
 }
 
 void Premultiply(const std::uint32_t *pixels, std::size_t count, std::uint32_t *target) {

@@ -18,10 +18,6 @@ inline constexpr int COLUMN_WEIGHT_BITS = 14;
 TAVIX_API void ExpandGrey(const std::uint8_t *grey, std::size_t count, std::uint32_t *target);
 TAVIX_API void ExpandColour(const std::uint8_t *pixels, std::size_t count, std::uint32_t *target);
 
-/// target[i] = line[index[i]].
-TAVIX_API void PickPixels(const std::uint32_t *line, const std::int32_t *index, std::size_t count,
-                          std::uint32_t *target);
-
 /// Multiplies the colours of pixels 0xAARRGGBB by their alpha, as QImage converts them.
 TAVIX_API void Premultiply(const std::uint32_t *pixels, std::size_t count, std::uint32_t *target);
 /// Lays pixels with premultiplied alpha over opaque ones.
@@ -47,13 +43,13 @@ TAVIX_API void MeanOfSums(const std::uint16_t *sums, std::size_t count, int shif
 TAVIX_API void WeighRows(const std::uint8_t *const *rows, const std::uint16_t *weights,
                          std::size_t rowCount, std::size_t count, std::int16_t *sums);
 
-/// Which columns make a run of target pixels: pixel i is made of tapPairs pairs of neighbours from
-/// first[i] on. Pair p has its weights at pairs[(p * count + i) * 2] and behind it; the weights of
-/// a pixel sum to 1 << COLUMN_WEIGHT_BITS.
+/// Which columns make a run of target pixels: pixel i is made of 4 * quads neighbours from first[i]
+/// on. Quad q has its weights from weights[(q * count + i) * 4] on; the weights of a pixel sum to
+/// 1 << COLUMN_WEIGHT_BITS.
 struct ColumnWeights {
     const std::int32_t *first;
-    const std::int16_t *pairs;
-    std::size_t tapPairs;
+    const std::int16_t *weights;
+    std::size_t quads;
     std::size_t count;
 };
 
@@ -61,7 +57,7 @@ struct ColumnWeights {
 TAVIX_API void WeighGreyColumns(const std::int16_t *sums, const ColumnWeights &columns,
                                 std::uint8_t *target);
 /// The screen pixels from weighted rows of 3 channels (then opaque) or 4. Reads up to two values
-/// behind the last pair's.
+/// behind the last quad's.
 TAVIX_API void WeighColourColumns(const std::int16_t *sums, const ColumnWeights &columns,
                                   int channels, std::uint32_t *target);
 

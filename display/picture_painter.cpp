@@ -3,6 +3,7 @@
 #include "TAVIX20/display/picture_kernels.h"
 
 #include <QImage>
+#include <QPaintEngine>
 #include <QPainter>
 #include <QRegion>
 #include <QTransform>
@@ -27,6 +28,23 @@ QImage AsImage(const PixelRows &pixels) {
                                       ? QImage::Format_ARGB32_Premultiplied
                                       : QImage::Format_ARGB32;
     return {pixels.data, pixels.width, pixels.height, pixels.stride, format};
+}
+
+/// The image that the painter paints on, if pixels may be written into it that an opaque drawImage
+/// would put there: then they need not be copied once more. Null otherwise, as for pixmaps,
+/// printers and painters that clip or blend.
+QImage *WritableImage(const QPainter &painter) {
+    const QPaintEngine *const engine = painter.paintEngine();
+    if (engine->type() != QPaintEngine::Raster ||
+        engine->paintDevice()->devType() != QInternal::Image || painter.hasClipping() ||
+        painter.opacity() != 1.0 ||
+        painter.compositionMode() != QPainter::CompositionMode_SourceOver)
+        return nullptr;
+    auto *const image = static_cast<QImage *>(engine->paintDevice());
+    const bool hasScreenPixels = image->format() == QImage::Format_RGB32 ||
+                                 image->format() == QImage::Format_ARGB32_Premultiplied;
+    // A detached image hands out the very bits that the painter writes to.
+    return hasScreenPixels && image->isDetached() ? image : nullptr;
 }
 
 } // namespace
@@ -77,7 +95,13 @@ void PicturePainter::PaintDevice(QPainter &painter, const QRegion &exposed, cons
                                  QRgb background) {
     const PixelRows &picture = m_pyramid.Picture();
     const QRect target = picture.data ? m_place.Target(picture) : QRect();
-    const QRegion parts = exposed & target;
+    QRegion parts = exposed & target;
+    m_image = WritableImage(painter);
+    if (m_image) {
+        // What a widget may touch in its window.
+        const QRegion clip = painter.paintEngine()->systemClip();
+        parts &= clip.isEmpty() ? QRegion(m_image->rect()) : clip & m_image->rect();
+    }
     if (!parts.isEmpty()) {
         if (m_place.scale >= 1.0)
             PaintBlocks(painter, parts);
@@ -101,7 +125,14 @@ void PicturePainter::PaintTransformed(QPainter &painter, const QRegion &exposed,
 }
 
 template <typename Render>
-void PicturePainter::PaintBands(QPainter &painter, const QRect &part, Render render) {
+void PicturePainter::PaintPart(QPainter &painter, const QRect &part, Render render) {
+    if (m_image) {
+        const auto stride =
+            static_cast<std::ptrdiff_t>(m_image->bytesPerLine() / sizeof(std::uint32_t));
+        auto *const pixels = reinterpret_cast<std::uint32_t *>(m_image->bits());
+        render(0, part.height(), pixels + part.top() * stride + part.left(), stride);
+        return;
+    }
     m_band.resize(static_cast<std::size_t>(part.width()) * BAND_ROWS);
     for (int row = 0; row < part.height(); row += BAND_ROWS) {
         const int rows = std::min(BAND_ROWS, part.height() - row);
@@ -115,10 +146,10 @@ void PicturePainter::PaintBands(QPainter &painter, const QRect &part, Render ren
 void PicturePainter::PaintBlocks(QPainter &painter, const QRegion &parts) {
     for (const QRect &part : parts) {
         BlockSampler sampler(m_pyramid.Picture(), m_layerPyramid.Picture(), m_place, part);
-        PaintBands(painter, part,
-                   [&](int first, int count, std::uint32_t *target, std::ptrdiff_t stride) {
-                       sampler.Render(first, count, target, stride);
-                   });
+        PaintPart(painter, part,
+                  [&](int first, int count, std::uint32_t *target, std::ptrdiff_t stride) {
+                      sampler.Render(first, count, target, stride);
+                  });
     }
 }
 
@@ -142,11 +173,11 @@ void PicturePainter::PaintFrame(QPainter &painter, const QRegion &parts, const Q
                      }));
     for (const QRect &part : parts) {
         const QRect kept = part.translated(-offset);
-        PaintBands(painter, part,
-                   [&](int first, int count, std::uint32_t *target, std::ptrdiff_t stride) {
-                       m_frame.Render({kept.left(), kept.top() + first, kept.width(), count},
-                                      target, stride);
-                   });
+        PaintPart(painter, part,
+                  [&](int first, int count, std::uint32_t *target, std::ptrdiff_t stride) {
+                      m_frame.Render({kept.left(), kept.top() + first, kept.width(), count}, target,
+                                     stride);
+                  });
     }
 }
 

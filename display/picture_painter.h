@@ -45,13 +45,14 @@ private:
     void PaintFrame(QPainter &painter, const QRegion &parts, const QRect &window);
     void SampleLayered(const QRect &part, std::uint32_t *target, std::ptrdiff_t stride);
     template <typename Render>
-    void PaintBands(QPainter &painter, const QRect &part, Render render);
+    void PaintPart(QPainter &painter, const QRect &part, Render render);
 
     PicturePyramid m_pyramid;
     PicturePyramid m_layerPyramid;
     Placement m_place;
     PictureFrame m_frame;
-    Placement m_framePlace; ///< Of the frame's pixels: scale and the fractions of the position.
+    Placement m_framePlace;    ///< Of the frame's pixels: scale and the fractions of the position.
+    QImage *m_image = nullptr; ///< What is written into during a paint, if that can be.
     std::vector<std::uint32_t> m_band;
 };
 

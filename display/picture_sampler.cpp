@@ -78,16 +78,16 @@ AreaAxis WeighAxis(const LevelAxis &axis, int firstTarget, int count, int weight
 }
 
 /// The weights of columns as the kernels read them.
-std::vector<std::int16_t> PairWeights(const AreaAxis &columns, std::size_t tapPairs) {
+std::vector<std::int16_t> QuadWeights(const AreaAxis &columns, std::size_t quads) {
     const std::size_t count = columns.first.size();
-    std::vector<std::int16_t> pairs(2 * tapPairs * count);
+    std::vector<std::int16_t> weights(4 * quads * count);
     for (std::size_t i = 0; i < count; ++i)
         for (std::size_t at = columns.weightsAt[i]; at < columns.weightsAt[i + 1]; ++at) {
             const std::size_t tap = at - columns.weightsAt[i];
-            pairs[(tap / 2 * count + i) * 2 + tap % 2] =
+            weights[(tap / 4 * count + i) * 4 + tap % 4] =
                 static_cast<std::int16_t>(columns.weights[at]);
         }
-    return pairs;
+    return weights;
 }
 
 void WeighColumns(const std::int16_t *sums, const ColumnWeights &columns, int,
@@ -141,13 +141,14 @@ void Sample(PicturePyramid &pyramid, const Placement &place, const QRect &part, 
     const AreaAxis rows = WeighAxis({place.y, scale, pyramid.Picture().height / side, level.height},
                                     part.top(), part.height(), ROW_WEIGHT_BITS);
 
-    const std::size_t tapPairs = (columns.mostTaps + 1) / 2;
-    const std::vector<std::int16_t> pairs = PairWeights(columns, tapPairs);
-    const ColumnWeights weights{columns.first.data(), pairs.data(), tapPairs, columns.first.size()};
+    const std::size_t quads = (columns.mostTaps + 3) / 4;
+    const std::vector<std::int16_t> quadWeights = QuadWeights(columns, quads);
+    const ColumnWeights weights{columns.first.data(), quadWeights.data(), quads,
+                                columns.first.size()};
     const auto channels = static_cast<std::size_t>(level.Channels());
     const std::size_t lineSize = static_cast<std::size_t>(columns.size) * channels;
     // Pixels with fewer taps than the most have weights of 0 behind them.
-    std::vector<std::int16_t> sums(lineSize + 2 * tapPairs * channels + 2);
+    std::vector<std::int16_t> sums(lineSize + 4 * quads * channels + 2);
     RowReader reader(level, columns, rows.mostTaps);
     std::vector<const std::uint8_t *> lines(rows.mostTaps);
     for (std::size_t y = 0; y < rows.first.size(); ++y) {
@@ -195,7 +196,8 @@ void BlockSampler::Render(int first, int count, std::uint32_t *target, std::ptrd
             SampleRow(source, target);
         } else {
             SampleRow(source, m_line.data());
-            PickPixels(m_line.data(), m_columns.data(), width, target);
+            for (std::size_t x = 0; x < width; ++x)
+                target[x] = m_line[static_cast<std::size_t>(m_columns[x])];
         }
     }
 }

@@ -44,27 +44,19 @@ INSTANTIATE_TEST_SUITE_P(Targets, PictureKernelsTest,
 
 constexpr std::uint32_t BEHIND = 0x12345678; ///< Must stay behind every result.
 
-TEST_P(PictureKernelsTest, ExpandPickAndChannels) {
+TEST_P(PictureKernelsTest, ExpandAndChannels) {
     for (std::size_t count = 0; count <= 150; ++count) {
         const Bytes bytes = Random(4 * count + 1);
         Pixels grey(count + 1, BEHIND);
         Pixels colour = grey;
         tavix::ExpandGrey(bytes.data() + 1, count, grey.data());
         tavix::ExpandColour(bytes.data(), count, colour.data());
-        std::vector<std::int32_t> index(count);
         for (std::size_t i = 0; i < count; ++i) {
             ASSERT_EQ(grey[i], qRgb(bytes[i + 1], bytes[i + 1], bytes[i + 1]));
             ASSERT_EQ(colour[i], qRgb(bytes[3 * i + 2], bytes[3 * i + 1], bytes[3 * i]));
-            index[i] = static_cast<std::int32_t>(m_random() % (count + 1));
         }
         ASSERT_EQ(grey[count], BEHIND);
         ASSERT_EQ(colour[count], BEHIND);
-        Pixels picked(count + 1, BEHIND);
-        tavix::PickPixels(grey.data(), index.data(), count, picked.data());
-        for (std::size_t i = 0; i < count; ++i)
-            ASSERT_EQ(picked[i], grey[static_cast<std::size_t>(index[i])]);
-        ASSERT_EQ(picked[count], BEHIND);
-
         for (const std::size_t channels : {1U, 3U, 4U}) {
             std::array<Bytes, 4> planes;
             std::array<std::uint8_t *, 4> rows{};
@@ -152,7 +144,7 @@ std::vector<int> RandomWeights(std::size_t count, int total, std::mt19937 &rando
 TEST_P(PictureKernelsTest, WeighsRowsAndColumns) {
     constexpr std::size_t width = 120;
     for (const std::size_t channels : {1U, 3U, 4U})
-        for (std::size_t tapPairs = 1; tapPairs <= 3; ++tapPairs) {
+        for (std::size_t quads = 1; quads <= 3; ++quads) {
             std::vector<Bytes> bytes;
             std::vector<const std::uint8_t *> rows;
             for (std::size_t row = 0; row < 3; ++row)
@@ -171,13 +163,13 @@ TEST_P(PictureKernelsTest, WeighsRowsAndColumns) {
 
             for (std::size_t count = 1; count <= 70; ++count) {
                 std::vector<std::int32_t> first(count);
-                std::vector<std::int16_t> pairs(2 * tapPairs * count);
+                std::vector<std::int16_t> weightsOf(4 * quads * count);
                 Pixels expected(count);
                 for (std::size_t i = 0; i < count; ++i) {
-                    const std::vector<int> taps = RandomWeights(2 * tapPairs, 16384, m_random);
-                    first[i] = static_cast<std::int32_t>(m_random() % (width - 2 * tapPairs + 1));
+                    const std::vector<int> taps = RandomWeights(4 * quads, 16384, m_random);
+                    first[i] = static_cast<std::int32_t>(m_random() % (width - 4 * quads + 1));
                     for (std::size_t tap = 0; tap < taps.size(); ++tap)
-                        pairs[(tap / 2 * count + i) * 2 + tap % 2] =
+                        weightsOf[(tap / 4 * count + i) * 4 + tap % 4] =
                             static_cast<std::int16_t>(taps[tap]);
                     for (std::size_t channel = 0; channel < channels; ++channel) {
                         std::int64_t sum = 1 << 21;
@@ -190,7 +182,7 @@ TEST_P(PictureKernelsTest, WeighsRowsAndColumns) {
                     }
                     expected[i] |= channels == 3 ? 0xFF000000U : 0;
                 }
-                const tavix::ColumnWeights columns{first.data(), pairs.data(), tapPairs, count};
+                const tavix::ColumnWeights columns{first.data(), weightsOf.data(), quads, count};
                 if (channels == 1) {
                     Bytes grey(count + 1, 77);
                     tavix::WeighGreyColumns(sums.data(), columns, grey.data());
