@@ -275,7 +275,8 @@ constexpr int WEIGHT_BITS = ROW_WEIGHT_BITS + COLUMN_WEIGHT_BITS;
 constexpr std::int32_t ROUNDING = (32768 << COLUMN_WEIGHT_BITS) + (1 << (WEIGHT_BITS - 1));
 
 // Pixels are fetched with loads of their own: gathering them is slower, on some processors by far.
-void SumGreyColumns(const std::int16_t *sums, const ColumnWeights &columns, std::uint8_t *target) {
+// The columns come by value, since the bytes written might else be theirs.
+void SumGreyColumns(const std::int16_t *sums, const ColumnWeights columns, std::uint8_t *target) {
     const std::size_t count = columns.count;
     std::size_t at = 0;
 #if HWY_TARGET != HWY_SCALAR
@@ -314,7 +315,7 @@ void SumGreyColumns(const std::int16_t *sums, const ColumnWeights &columns, std:
     }
 }
 
-void SumColourColumns(const std::int16_t *sums, const ColumnWeights &columns, int channels,
+void SumColourColumns(const std::int16_t *sums, const ColumnWeights columns, int channels,
                       std::uint32_t *target) {
     const auto step = static_cast<std::size_t>(channels);
     const std::uint32_t alpha = channels == 3 ? OPAQUE : 0;
