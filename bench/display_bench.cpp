@@ -3,10 +3,16 @@
 #include "comparison.h"
 
 #include <TAVIX20.h>
+#include <TAVIX20/display/picture_painter.h>
 
+#include <QAbstractScrollArea>
+#include <QApplication>
 #include <QImage>
 #include <QPainter>
+#include <QScrollBar>
+#include <opencv2/imgproc.hpp>
 
+#include <algorithm>
 #include <memory>
 
 namespace {
@@ -14,7 +20,7 @@ namespace {
 constexpr int WIDTH = 1280;
 constexpr int HEIGHT = 960;
 
-void Add(const std::string &operation, int imageWidth, int imageHeight, double target) {
+void AddPaintImage(const std::string &operation, int imageWidth, int imageHeight, double target) {
     const auto image = std::make_shared<CTavixImage8>(imageWidth, imageHeight);
     for (int i = 0; i < image->GetImageLen(); ++i)
         image->GetImagePtr()[i] = static_cast<unsigned char>(i * 7);
@@ -33,9 +39,155 @@ void Add(const std::string &operation, int imageWidth, int imageHeight, double t
                    }});
 }
 
+constexpr QSize CLIENT(1920, 1080);
+constexpr int LARGE = 10000;
+constexpr int STEP = 11; ///< Client pixels that a pan step moves, in both directions.
+
+/// What the rows of the display window share. Everything is made when a row first runs.
+class Scene {
+public:
+    const CTavixImage8 &Large() {
+        if (m_large.GetWidth() == 0) {
+            m_large = CTavixImage8(LARGE, LARGE);
+            for (int i = 0; i < m_large.GetImageLen(); ++i)
+                m_large.GetImagePtr()[i] = static_cast<unsigned char>(i * 7 + i / LARGE * 13);
+        }
+        return m_large;
+    }
+
+    QImage &Screen() { return m_screen; }
+
+    /// A shown window whose picture area has the client's size; it shows the large image.
+    CTavixWnd &Window(double zoom) {
+        if (!m_window) {
+            m_window = std::make_unique<CTavixWnd>();
+            m_window->SetImage(&Large());
+            m_window->show();
+        }
+        if (m_window->GetZoomRatio() != zoom) {
+            m_window->Zoom(zoom);
+            const auto *const view = m_window->findChild<QAbstractScrollArea *>();
+            m_window->resize(CLIENT);
+            QApplication::processEvents();
+            m_window->resize(CLIENT + CLIENT - view->viewport()->size());
+            QApplication::processEvents();
+        }
+        return *m_window;
+    }
+
+    tavix::PicturePainter &Painter() {
+        if (!m_hasPicture)
+            m_painter.SetPicture({std::as_const(Large()).GetImagePtr(), LARGE, LARGE, LARGE,
+                                  tavix::PixelKind::Grey});
+        m_hasPicture = true;
+        return m_painter;
+    }
+
+    /// The next scroll position.
+    int Pan() { return m_pan = (m_pan + STEP) % 400; }
+
+private:
+    CTavixImage8 m_large;
+    QImage m_screen{CLIENT, QImage::Format_RGB32};
+    std::unique_ptr<CTavixWnd> m_window;
+    tavix::PicturePainter m_painter;
+    bool m_hasPicture = false;
+    int m_pan = 0;
+};
+
+/// The part of the large image that is to be seen, blitted by QPainter.
+void DrawPart(Scene &scene, double zoom) {
+    const QImage picture(std::as_const(scene.Large()).GetImagePtr(), LARGE, LARGE,
+                         QImage::Format_Grayscale8);
+    const QRectF target(0, 0, std::min<double>(CLIENT.width(), LARGE * zoom),
+                        std::min<double>(CLIENT.height(), LARGE * zoom));
+    const bool pans = LARGE * zoom > CLIENT.width();
+    const double at = pans ? scene.Pan() / zoom : 0;
+    QPainter(&scene.Screen())
+        .drawImage(target, picture, QRectF(at, at, target.width() / zoom, target.height() / zoom));
+}
+
+void AddPan(const std::shared_ptr<Scene> &scene, const std::string &zoomText, double zoom) {
+    const std::string what = "pan step, 10,000 x 10,000 grey, zoom " + zoomText;
+    AddComparison({what + ", window", "QPainter::drawImage of the part", 1.0,
+                   [scene, zoom] {
+                       CTavixWnd &window = scene->Window(zoom);
+                       const int at = scene->Pan();
+                       window.SetScrollPos(SB_HORZ, at, false);
+                       window.SetScrollPos(SB_VERT, at);
+                       QApplication::processEvents();
+                   },
+                   [scene, zoom] { DrawPart(*scene, zoom); }});
+    AddComparison({what + ", painter", "QPainter::drawImage of the part", 1.0,
+                   [scene, zoom] {
+                       QPainter painter(&scene->Screen());
+                       const int at = LARGE * zoom > CLIENT.width() ? scene->Pan() : 0;
+                       scene->Painter().Paint(painter, QRect(QPoint(), CLIENT), QPointF(-at, -at),
+                                              zoom, 0xFF303030);
+                   },
+                   [scene, zoom] { DrawPart(*scene, zoom); }});
+}
+
+void AddPyramid(const std::shared_ptr<Scene> &scene) {
+    AddComparison(
+        {"pyramid of 10,000 x 10,000 grey", "cv::resize INTER_AREA, halving", 1.0,
+         [scene] {
+             tavix::PicturePyramid pyramid;
+             pyramid.Reset({std::as_const(scene->Large()).GetImagePtr(), LARGE, LARGE, LARGE,
+                            tavix::PixelKind::Grey});
+             pyramid.Level(1);
+         },
+         [scene] {
+             cv::Mat level(LARGE, LARGE, CV_8UC1,
+                           const_cast<CTavixImage8 &>(scene->Large()).GetImagePtr());
+             while (level.cols > 2) {
+                 cv::Mat half;
+                 cv::resize(level, half, {level.cols / 2, level.rows / 2}, 0, 0, cv::INTER_AREA);
+                 level = half;
+             }
+         }});
+}
+
+void AddLiveView() {
+    constexpr int side = 2048;
+    const auto image = std::make_shared<CTavixImage8>(side, side);
+    for (int i = 0; i < image->GetImageLen(); ++i)
+        image->GetImagePtr()[i] = static_cast<unsigned char>(i * 7);
+    const auto window = std::make_shared<std::unique_ptr<CTavixWnd>>();
+    const auto screen = std::make_shared<QImage>(CLIENT, QImage::Format_RGB32);
+    AddComparison(
+        {"new image of 2,048 x 2,048 and its first frame", "QImage::copy, QPainter::drawImage", 1.0,
+         [image, window] {
+             if (!*window) {
+                 *window = std::make_unique<CTavixWnd>();
+                 (*window)->resize(CLIENT);
+                 (*window)->show();
+             }
+             (*window)->SetImage(image.get());
+             QApplication::processEvents();
+         },
+         [image, screen] {
+             const QImage copy =
+                 QImage(image->GetImagePtr(), side, side, QImage::Format_Grayscale8).copy();
+             QPainter painter(screen.get());
+             painter.fillRect(screen->rect(), Qt::darkGray);
+             painter.drawImage(QRect(420, 0, 1075, 1075), copy);
+         }});
+}
+
 } // namespace
 
 void AddDisplayComparisons() {
-    Add("PaintImage, 384 x 304 to 1280 x 960", 384, 304, 1.0);
-    Add("PaintImage, 4096 x 3072 to 1280 x 960", 4096, 3072, 1.0);
+    AddPaintImage("PaintImage, 384 x 304 to 1280 x 960", 384, 304, 1.0);
+    AddPaintImage("PaintImage, 4096 x 3072 to 1280 x 960", 4096, 3072, 1.0);
+    const auto scene = std::make_shared<Scene>();
+    for (const auto &[text, zoom] : {std::pair<const char *, double>{"0.05", 0.05},
+                                     {"0.3", 0.3},
+                                     {"1", 1.0},
+                                     {"1.7", 1.7},
+                                     {"3", 3.0},
+                                     {"25", 25.0}})
+        AddPan(scene, text, zoom);
+    AddPyramid(scene);
+    AddLiveView();
 }

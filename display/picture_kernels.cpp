@@ -62,12 +62,11 @@ void ColourToScreen(const std::uint8_t *pixels, std::size_t count, std::uint32_t
     }
 }
 
-/// value / 255, rounded, for values to 255 * 255.
+/// value / 255 for values to 255 * 255, rounded in the way of QPainter.
 template <typename V>
 HWY_INLINE V DivideBy255(V value) {
     const hn::DFromV<V> d;
-    const V rounded = hn::Add(value, hn::Set(d, 128));
-    return hn::ShiftRight<8>(hn::Add(rounded, hn::ShiftRight<8>(rounded)));
+    return hn::ShiftRight<8>(hn::Add(hn::Add(value, hn::ShiftRight<8>(value)), hn::Set(d, 128)));
 }
 
 /// Bytes 0 and 2 of each pixel, and bytes 1 and 3, each widened to 16 bits.
@@ -111,8 +110,8 @@ void ForPixels(const std::uint32_t *source, std::size_t count, std::uint32_t *ta
 std::uint32_t ScalePixel(std::uint32_t pixel, std::uint32_t factor) {
     std::uint32_t scaled = 0;
     for (int shift = 0; shift < 32; shift += 8) {
-        const std::uint32_t product = (pixel >> shift & 255U) * factor + 128;
-        scaled |= (product + (product >> 8)) >> 8 << shift;
+        const std::uint32_t product = (pixel >> shift & 255U) * factor;
+        scaled |= (product + (product >> 8) + 128) >> 8 << shift;
     }
     return scaled;
 }

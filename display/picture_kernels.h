@@ -20,7 +20,7 @@ TAVIX_API void ExpandColour(const std::uint8_t *pixels, std::size_t count, std::
 
 /// Multiplies the colours of pixels 0xAARRGGBB by their alpha, as QImage converts them.
 TAVIX_API void Premultiply(const std::uint32_t *pixels, std::size_t count, std::uint32_t *target);
-/// Lays pixels with premultiplied alpha over opaque ones.
+/// Lays pixels with premultiplied alpha over opaque ones, as QPainter does.
 TAVIX_API void ComposeOver(const std::uint32_t *premultiplied, std::size_t count,
                            std::uint32_t *target);
 
