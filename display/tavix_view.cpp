@@ -4,14 +4,13 @@
 
 #include "TAVIX20/display/tavix_wnd.h"
 #include "TAVIX20/image/layout.h"
-#include "TAVIX20/platform/dib_painter.h"
 
 #include <QCursor>
 #include <QPaintEvent>
 #include <QPainter>
 #include <QScrollBar>
 
-#include <array>
+#include <utility>
 
 namespace {
 
@@ -19,17 +18,6 @@ constexpr double KEY_ZOOM_STEP = 0.5;
 constexpr int SCROLL_STEP = 20; ///< Client pixels an arrow key scrolls.
 constexpr QRgb BACKGROUND = qRgb(48, 48, 48);
 constexpr QRgb CROSS_LINE = qRgb(0, 255, 0);
-
-/// Entry i = (i, i, i).
-const std::array<std::uint32_t, 256> &GreyPalette() {
-    static const auto palette = [] {
-        std::array<std::uint32_t, 256> greys{};
-        for (std::uint32_t i = 0; i < greys.size(); ++i)
-            greys[i] = 0xFF000000U | (i * 0x010101U);
-        return greys;
-    }();
-    return palette;
-}
 
 } // namespace
 
@@ -193,29 +181,22 @@ void CTavixView::resizeEvent(QResizeEvent *) {
 
 void CTavixView::paintEvent(QPaintEvent *event) {
     QPainter painter(viewport());
+    PaintPicture(painter, m_transform, event->region());
     painter.setClipRegion(event->region());
-    painter.fillRect(event->rect(), QColor(BACKGROUND));
-    if (m_transform.HasImage()) {
-        PaintPicture(painter, m_transform);
+    if (m_transform.HasImage())
         PaintOverlays(painter, m_transform, event->rect());
-    }
     if (m_showCrossLine)
         PaintCrossLine(painter);
 }
 
-void CTavixView::PaintPicture(QPainter &painter, const tavix::ViewTransform &transform) const {
-    const CSize size = transform.ImageSize();
-    const CPoint corner = transform.Origin() - CSize(transform.Scroll().x, transform.Scroll().y);
-    const double zoom = transform.Zoom();
-    const tavix::DibView dib{
-        static_cast<const CTavixImage &>(*m_image).GetImagePtr(),
-        size.cx,
-        size.cy,
-        static_cast<std::ptrdiff_t>(tavix::RowStride(m_image->GetBitCount(), size.cx)),
-        m_image->GetBitCount(),
-        GreyPalette().data()};
-    tavix::DrawDib(painter, dib, QRectF(corner.x, corner.y, size.cx * zoom, size.cy * zoom),
-                   tavix::DibSampling::Average);
+/// The picture with what belongs to its pixels, and the background around it.
+void CTavixView::PaintPicture(QPainter &painter, const tavix::ViewTransform &transform,
+                              const QRegion &exposed) const {
+    const CPoint start = transform.Origin() - CSize(transform.Scroll().x, transform.Scroll().y);
+    const QPointF corner(start.x, start.y);
+    m_picture.Paint(painter, exposed, corner, transform.Zoom(), BACKGROUND);
+    if (m_showPixelGrid && m_transform.HasImage())
+        m_pixelGrid.Paint(painter, exposed, PictureRows(), corner, transform.Zoom());
 }
 
 /// What lies over the picture and moves with it.
@@ -223,6 +204,16 @@ void CTavixView::PaintOverlays(QPainter &painter, const tavix::ViewTransform &tr
                                const QRect &visible) const {
     if (m_showObjects)
         PaintObjects(painter, transform, visible);
+}
+
+tavix::PixelRows CTavixView::PictureRows() const {
+    if (!m_transform.HasImage())
+        return {};
+    const CSize size = m_transform.ImageSize();
+    const int bits = m_image->GetBitCount();
+    return {std::as_const(*m_image).GetImagePtr(), size.cx, size.cy,
+            static_cast<std::ptrdiff_t>(tavix::RowStride(bits, size.cx)),
+            bits == 8 ? tavix::PixelKind::Grey : tavix::PixelKind::Colour};
 }
 
 void CTavixView::PaintCrossLine(QPainter &painter) const {

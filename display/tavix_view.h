@@ -2,6 +2,8 @@
 #pragma once
 
 #include "TAVIX20/display/draw_obj_array.h"
+#include "TAVIX20/display/picture_painter.h"
+#include "TAVIX20/display/pixel_grid.h"
 #include "TAVIX20/display/view_callbacks.h"
 #include "TAVIX20/display/view_transform.h"
 #include "TAVIX20/image/tavix_image.h"
@@ -146,7 +148,9 @@ private:
     void ApplyTransform();
     void ZoomIn(double step);
     void ZoomOut(double step);
-    void PaintPicture(QPainter &painter, const tavix::ViewTransform &transform) const;
+    void PaintPicture(QPainter &painter, const tavix::ViewTransform &transform,
+                      const QRegion &exposed) const;
+    tavix::PixelRows PictureRows() const;
     void InitialiseObjects();
     void PaintObjects(QPainter &painter, const tavix::ViewTransform &transform,
                       const QRect &visible) const;
@@ -166,6 +170,8 @@ private:
     CTavixWnd *m_window;
     std::unique_ptr<CTavixImage> m_image; ///< Null while nothing is shown.
     tavix::ViewTransform m_transform;
+    mutable tavix::PicturePainter m_picture; ///< Paints the image, and keeps what paints share.
+    mutable tavix::PixelGrid m_pixelGrid;
     mutable CDrawObjArray m_objects; ///< Drawing them builds their place index.
     double m_calibration = 1.0;
     tavix::ViewCallbacks m_callbacks;

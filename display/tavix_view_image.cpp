@@ -177,6 +177,7 @@ void CTavixView::ImageProcessed() {
 }
 
 void CTavixView::PixelsChanged() {
+    m_picture.SetPicture(PictureRows());
     Refresh();
 }
 
@@ -208,7 +209,8 @@ void CTavixView::PaintFrame(QImage &frame, double zoom) const {
             transform.SetClientSize(size);
             transform.SetScroll({x, y});
             QPainter painter(&tile);
-            PaintPicture(painter, transform);
-            PaintOverlays(painter, transform, QRect(QPoint(), QSize(size)));
+            const QRect whole(QPoint(), QSize(size));
+            PaintPicture(painter, transform, whole);
+            PaintOverlays(painter, transform, whole);
         }
 }
