@@ -2,7 +2,8 @@
 
 #include "TAVIX20/containers/point_array.h"
 
-#include <cstdlib>
+#include "TAVIX20/support/text_number.h"
+
 #include <filesystem>
 #include <fstream>
 #include <optional>
@@ -12,18 +13,12 @@ namespace TavixArray {
 
 namespace {
 
-/// The leading decimal number of the text, blanks before it skipped, limited to 32 bits; 0 if none.
-LONG ToLong(const std::string &text) {
-    const long value = std::strtol(text.c_str(), nullptr, 10);
-    return static_cast<LONG>(std::clamp<long>(value, INT32_MIN, INT32_MAX));
-}
-
 /// The point of a line with exactly two fields.
 std::optional<tagPOINT> ParseLine(const std::string &line) {
     const std::size_t comma = line.find(',');
     if (comma == std::string::npos || line.find(',', comma + 1) != std::string::npos)
         return std::nullopt;
-    return tagPOINT{ToLong(line.substr(0, comma)), ToLong(line.substr(comma + 1))};
+    return tagPOINT{tavix::ReadInt(line.c_str()), tavix::ReadInt(line.c_str() + comma + 1)};
 }
 
 } // namespace

@@ -1,17 +1,8 @@
 #include "TAVIX20/containers/sort_string_array.h"
 
-#include <cstdlib>
+#include "TAVIX20/support/text_number.h"
 
 namespace TavixArray {
-
-namespace {
-
-int ToNumber(const char *text) {
-    return static_cast<int>(
-        std::clamp<long long>(std::strtoll(text, nullptr, 10), INT32_MIN, INT32_MAX));
-}
-
-} // namespace
 
 void CSortStringArray::Add(const char *text) {
     Add(CString(text));
@@ -30,14 +21,14 @@ void CSortStringArray::SetAt(int index, const char *text) {
 }
 
 void CSortStringArray::SortNumber() {
-    SortBy([](const CString &text) { return ToNumber(text); });
+    SortBy([](const CString &text) { return tavix::ReadInt(text); });
 }
 
 void CSortStringArray::SortNumber(int first, int last) {
     const int start = std::max(first, 0);
     SortBy([start, last](const CString &text) {
         const int end = std::min(last, text.GetLength() - 1);
-        return end < start ? 0 : ToNumber(text.Mid(start, end - start + 1));
+        return end < start ? 0 : tavix::ReadInt(text.Mid(start, end - start + 1));
     });
 }
 

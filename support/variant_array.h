@@ -42,12 +42,15 @@ public:
     /// Becomes the pieces of the text, as CStdString::Split cuts it, and returns how many; none for
     /// an empty text.
     int Split(const char *text, const char *delimiters);
-    /// Appends the pieces and returns how many elements there are then; 0, and nothing is appended,
-    /// for an empty text.
-    int AddPieces(std::string_view text, std::string_view delimiters);
     /// The elements' texts with the separator between them.
     CString ToString(char separator) const;
 
 private:
+    friend class CStdString;
+
+    /// Appends the pieces and returns how many elements there are then; 0, and nothing is appended,
+    /// for an empty text. The text may not be an element's.
+    int AddPieces(std::string_view text, std::string_view delimiters);
+
     std::vector<CVariant> m_values;
 };
