@@ -14,7 +14,7 @@ class CPointArray;
 }
 
 /// Null text counts as the empty text everywhere. Letters, digits, white space and numbers are
-/// those of ASCII, whatever the locale; text may be of any length.
+/// those of ASCII, whatever the locale.
 class TAVIX_API CStdlib {
 public:
     // The machine.
@@ -34,8 +34,8 @@ public:
 
     /// The value of numbers joined by "+", "-", "*" and "/", strictly from left to right:
     /// "2+3*4" is 20. Starts at 0, so "-5+3" is -2. Of adjacent operators the last one counts, one
-    /// at the end does nothing, and every other character is dropped. Division by 0 gives an
-    /// infinity or no number, as in floating-point arithmetic.
+    /// at the end does nothing, and every other character is dropped; an expression may be of any
+    /// length. Division by 0 gives an infinity or no number, as in floating-point arithmetic.
     static double GetCalcString(const char *expression);
 
     // Token strings: entries of a key, "=" and a value, separated by ";". The first occurrence of
@@ -58,7 +58,8 @@ public:
     /// Hue, lightness and saturation, each scaled to 0 to 255 and truncated. Pure red has the hue
     /// 255, not 0; greys have hue and saturation 0.
     static COLORREF RGBtoHLS(COLORREF colour);
-    /// The colour in the middle of those that RGBtoHLS gives this code.
+    /// The colour in the middle of those that RGBtoHLS gives this code: no channel is off by more
+    /// than 6, and greys and the pure colours come back exactly.
     static COLORREF HLStoRGB(COLORREF colour);
     static COLORREF RGBtoCMYK(COLORREF colour); ///< Always 0.
     static COLORREF CMYKtoRGB(COLORREF colour); ///< Always 0.
@@ -98,9 +99,9 @@ public:
     static CString TextToHex(const char *text); ///< Two capital hexadecimal digits a byte.
     /// The inverse; "" for an odd number of digits and for anything that is no digit.
     static CString HexToText(const char *hex);
-    static CString TextToNoChars(const char *text,
-                                 const char *characters); ///< Without any of them.
-    static CString TextToNoSpace(const char *text);       ///< Without white space.
+    /// The text without any of the characters.
+    static CString TextToNoChars(const char *text, const char *characters);
+    static CString TextToNoSpace(const char *text); ///< Without white space.
     /// The index of the last occurrence, or -1.
     static int ReverseFind(const char *text, const char *sought);
     /// Appends the arguments of a command line and returns how many: white space separates them but

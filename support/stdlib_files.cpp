@@ -10,6 +10,7 @@
 #include <ctime>
 #include <filesystem>
 #include <fstream>
+#include <optional>
 #include <vector>
 
 namespace fs = std::filesystem;
@@ -18,6 +19,16 @@ namespace {
 
 fs::path PathFrom(const char *path) {
     return tavix::ViewOf(path);
+}
+
+/// When the file was changed, counted from any fixed time: whole seconds, since the difference of
+/// two times in nanoseconds need not fit.
+std::optional<std::int64_t> SecondsOf(const char *path) {
+    std::error_code error;
+    const fs::file_time_type time = fs::last_write_time(PathFrom(path), error);
+    if (error)
+        return std::nullopt;
+    return std::chrono::floor<std::chrono::seconds>(time.time_since_epoch()).count();
 }
 
 /// The files that the last part of the pattern matches, in byte order; links count as what they
@@ -69,12 +80,9 @@ long CStdlib::FileLength(const char *path) {
 }
 
 long CStdlib::GetFileTimeDiff(const char *first, const char *second) {
-    std::error_code firstError, secondError;
-    const auto difference = fs::last_write_time(PathFrom(first), firstError) -
-                            fs::last_write_time(PathFrom(second), secondError);
-    if (firstError || secondError)
-        return 0;
-    return static_cast<long>(std::chrono::duration_cast<std::chrono::seconds>(difference).count());
+    const auto firstTime = SecondsOf(first);
+    const auto secondTime = SecondsOf(second);
+    return firstTime && secondTime ? static_cast<long>(*firstTime - *secondTime) : 0;
 }
 
 int CStdlib::ExistFolder(const char *path) {
