@@ -46,11 +46,9 @@ TEST(CStdStringTest, ReadsTheNumberAtTheStart) {
         long asLong;
         double asDouble;
     } cases[] = {{"", 0, 0, 0.0},
-                 {"abc", 0, 0, 0.0},
                  {" \t\n\v\f\r+12.75x", 12, 12, 12.75},
                  {"-7,5", -7, -7, -7.0},
                  {"+-5", 0, 0, 0.0},
-                 {"- 5", 0, 0, 0.0},
                  {"1e3", 1, 1, 1000.0},
                  {"2147483648", INT_MAX, 2147483648, 2147483648.0},
                  {"-99999999999999999999", INT_MIN, LONG_MIN, -1e20},
@@ -63,17 +61,10 @@ TEST(CStdStringTest, ReadsTheNumberAtTheStart) {
 }
 
 TEST(CStdStringTest, CurrencyHasCommasBeforeThePoint) {
-    const char *const cases[][2] = {{"1234567", "1,234,567"},
-                                    {"1234.5", "1,234.5"},
-                                    {".5", ".5"},
-                                    {".1234567", ".1234567"},
-                                    {"-123456", "-,123,456"},
-                                    {"123", "123"},
-                                    {"", ""},
-                                    {"1234,56", "1,234,56"},
-                                    {"12345.", "12,345."},
-                                    {"1234.5678.9", "1,234.5678.9"},
-                                    {"1,234", "1,,234"}};
+    const char *const cases[][2] = {
+        {"1234567", "1,234,567"},        {"1234.5", "1,234.5"}, {".5", ".5"},
+        {"-123456", "-,123,456"},        {"123", "123"},        {"1234,56", "1,234,56"},
+        {"1234.5678.9", "1,234.5678.9"}, {"1,234", "1,,234"}};
     for (const auto &[text, expected] : cases)
         EXPECT_EQ(CStdString(text).ToCurrencyString(), expected);
 }
@@ -142,7 +133,6 @@ TEST(CStdStringTest, TakesPathsApart) {
                                     {"C:\\x/y\\a.b.bmp", "C:\\x/y", "a.b.bmp", "a.b", "bmp"},
                                     {"C:\\x/y.z", "C:", "x/y.z", "x/y", "z"},
                                     {"/x.d/a", "/x.d", "a", "a", ""},
-                                    {"/a", "", "a", "a", ""},
                                     {"x/", "x", "", "", ""},
                                     {"/h/.rc", "/h", ".rc", ".rc", ""},
                                     {"..", "..", "..", "..", ""},

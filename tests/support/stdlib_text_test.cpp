@@ -4,7 +4,6 @@
 #include <gtest/gtest.h>
 
 #include <climits>
-#include <clocale>
 #include <cmath>
 #include <string>
 
@@ -121,16 +120,6 @@ TEST(CStdlibTest, DecimalsAreThoseOfTheText) {
     double a = 1, b = 2;
     CStdlib::Swap(a, b);
     EXPECT_EQ(a - b, 1);
-}
-
-TEST(CStdlibTest, NumbersDoNotFollowTheLocale) {
-    const std::string before = std::setlocale(LC_ALL, nullptr);
-    for (const char *const name : {"de_DE.UTF-8", "de_DE", "fr_FR.UTF-8", "C.UTF-8"})
-        if (std::setlocale(LC_ALL, name))
-            break;
-    EXPECT_EQ(CStdlib::GetCalcString("1.5*3"), 4.5);
-    EXPECT_EQ(CStdlib::MakeFloat(1, 5, 1), 1.5);
-    std::setlocale(LC_ALL, before.c_str());
 }
 
 } // namespace
