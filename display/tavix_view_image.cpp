@@ -209,7 +209,7 @@ void CTavixView::PaintFrame(QImage &frame, double zoom) const {
             transform.SetClientSize(size);
             transform.SetScroll({x, y});
             QPainter painter(&tile);
-            const QRect whole(QPoint(), QSize(size));
+            const QRect whole(0, 0, size.cx, size.cy);
             PaintPicture(painter, transform, whole);
             PaintOverlays(painter, transform, whole);
         }
