@@ -1,0 +1,50 @@
+/// Writes nodes as text.
+#pragma once
+
+#include <string>
+
+class CxArchive;
+class CxOStream;
+class TiXmlAttribute;
+class TiXmlDeclaration;
+class TiXmlElement;
+class TiXmlNode;
+
+namespace tavix {
+
+/// Over an archive it indents by four blanks a level, breaks lines with CR LF and declares a
+/// document that has no declaration as "euc-kr". Over a stream it writes everything in one line,
+/// and no declaration that is not there. It walks the tree without recursion; only objects of
+/// classes that programs derive from ours print themselves.
+class XmlPrinter {
+public:
+    explicit XmlPrinter(CxArchive &archive) : m_archive(&archive) {}
+    explicit XmlPrinter(CxOStream &stream) : m_stream(&stream) {}
+    ~XmlPrinter() { Flush(); }
+    XmlPrinter(const XmlPrinter &) = delete;
+    XmlPrinter &operator=(const XmlPrinter &) = delete;
+
+    void Print(const TiXmlNode &root, int depth);
+    void Print(const TiXmlAttribute &attribute);
+
+private:
+    /// These return whether children are to be printed next.
+    bool Begin(const TiXmlNode &node, int depth);
+    bool BeginDocument(const TiXmlNode &document);
+    bool BeginElement(const TiXmlElement &element);
+    void EndElement(const TiXmlElement &element, int depth);
+    void PutDeclaration(const TiXmlDeclaration &declaration);
+    bool PrintDerived(const TiXmlNode &node, int depth);
+
+    void Put(const char *first, const char *second = "", const char *third = "");
+    void PutEscaped(const std::string &text);
+    void BreakLine();
+    void Indent(int depth);
+    void Flush();
+
+    CxArchive *m_archive = nullptr;
+    CxOStream *m_stream = nullptr;
+    std::string m_text;
+};
+
+} // namespace tavix

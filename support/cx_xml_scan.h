@@ -1,0 +1,47 @@
+/// Looks through a text before TinyXML parses it.
+#pragma once
+
+#include "TAVIX20/platform/export.h"
+
+#include <cstddef>
+#include <string>
+#include <vector>
+
+#include <tinyxml.h>
+
+namespace tavix {
+
+/// What TinyXML's current releases would read otherwise than the older ones that programs know: a
+/// CDATA section, and a value without quotes that holds a quote. The range of the text is made
+/// harmless before parsing, and what was read gets the value afterwards.
+struct XmlRepair {
+    std::size_t first; ///< Range of the text.
+    std::size_t end;
+    std::size_t node;  ///< The how-many-th node of the text, text nodes not counted.
+    std::string name;  ///< The attribute's name; empty for a CDATA section.
+    std::string value; ///< The right value.
+};
+
+/// Where and why the parser stops by a rule of ours, and what is to be repaired until there.
+struct XmlScan {
+    enum class Stop { None, TooDeep, TooManyAttributes, DuplicateAttribute };
+
+    Stop stop = Stop::None;
+    std::size_t at = 0;                              ///< Of the element or attribute.
+    TiXmlEncoding encoding = TIXML_ENCODING_UNKNOWN; ///< The one in force at the stop.
+    bool isTopLevel = false; ///< Whether the duplicate attribute's element has no parent.
+    std::string name;        ///< The duplicate attribute.
+    std::string value;
+    std::vector<XmlRepair> repairs;
+};
+
+/// Room for zeros behind a text: TinyXML steps over the end of a text that ends within a character.
+constexpr std::size_t XML_PADDING = 8;
+
+/// Goes the parser's way through a text that ends with XML_PADDING zeros, step for step, so that it
+/// sees an element exactly where the parser would open one; it makes no nodes. At most maxDepth
+/// elements may be open at a time, and each may have maxAttributes attributes.
+TAVIX_API XmlScan ScanXml(const char *text, TiXmlEncoding encoding, std::size_t maxDepth,
+                          std::size_t maxAttributes);
+
+} // namespace tavix
