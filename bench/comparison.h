@@ -31,3 +31,4 @@ void AddImageComparisons();
 void AddStringComparisons();
 void AddOverlayComparisons();
 void AddTransformComparisons();
+void AddXmlComparisons();

@@ -18,5 +18,6 @@ int main(int argc, char **argv) {
     AddFileComparisons();
     AddStringComparisons();
     AddOverlayComparisons();
+    AddXmlComparisons();
     return RunComparisons(argc, argv);
 }

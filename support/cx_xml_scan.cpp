@@ -87,9 +87,11 @@ private:
             if (const std::uint8_t step = m_step[static_cast<unsigned char>(*at)]) {
                 at += step;
             } else if (*at == '&') {
+                // What is not numeric is of ordinary characters, known entity or not.
+                const bool isNumeric = at[1] == '#' && at[2] != '\0';
                 char value[4];
                 int length = 0;
-                at = Parser::GetEntity(at, value, &length, m_encoding);
+                at = isNumeric ? Parser::GetEntity(at, value, &length, m_encoding) : at + 1;
                 if (at == nullptr)
                     return nullptr;
             } else {
