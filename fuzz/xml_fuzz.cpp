@@ -1,12 +1,11 @@
 // Any bytes as an XML document: what is read navigates, copies, edits and writes without a fault,
-// and what was written reads back as the same.
-
-#include <TAVIX20.h>
+// and what was written is read again.
 
 #include "TAVIX20/support/cx_mem_file.h"
 #include "TAVIX20/support/cx_xml.h"
 
 #include <algorithm>
+#include <cstdint>
 #include <cstdlib>
 #include <string>
 

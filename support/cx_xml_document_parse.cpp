@@ -105,8 +105,9 @@ const char *CxXmlDocument::ParseText(std::string &text, CxXmlEncoding encoding) 
     const int columns = INT_MAX / std::max(m_tabSize, 1);
     const int tabSize = static_cast<int>(length) < columns ? m_tabSize : 0;
 
-    const XmlScan scan = tavix::ScanXml(text.c_str(), static_cast<TiXmlEncoding>(encoding),
-                                        MAX_DEPTH, MAX_ATTRIBUTES);
+    const XmlScan scan =
+        tavix::ScanXml(std::string_view(text).substr(0, length),
+                       static_cast<TiXmlEncoding>(encoding), MAX_DEPTH, MAX_ATTRIBUTES);
     const bool isTooDeep = scan.stop == XmlScan::Stop::TooDeep;
     if (isTooDeep || scan.stop == XmlScan::Stop::TooManyAttributes) {
         CxXmlParsingData place(text.c_str(), tabSize);

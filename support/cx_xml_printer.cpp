@@ -7,13 +7,15 @@
 #include <algorithm>
 #include <array>
 #include <cstdio>
+#include <cstring>
 
 namespace tavix {
 
 namespace {
 
-/// Text is handed on in pieces of at least this size.
+/// Text is handed on in pieces of about this size.
 constexpr std::size_t PIECE = 1 << 16;
+constexpr std::size_t LONGEST_ESCAPE = 6;
 
 /// What each byte is written as; empty for itself.
 struct Escapes {
@@ -37,93 +39,108 @@ struct Escapes {
     }
 };
 
-const Escapes &AllEscapes() {
-    static const Escapes escapes;
-    return escapes;
+bool IsElement(const TiXmlNode &node) {
+    return node.Type() == TiXmlNode::TINYXML_ELEMENT;
 }
 
 } // namespace
 
-void XmlPrinter::Put(const char *first, const char *second, const char *third) {
-    m_text += first;
-    m_text += second;
-    m_text += third;
+char *XmlPrinter::Reserve(std::size_t size) {
+    if (m_text.size() - m_used < size && m_archive != nullptr)
+        Flush();
+    if (m_text.size() - m_used < size)
+        m_text.resize(std::max({m_used + size, m_text.size() * 2, PIECE}));
+    return m_text.data() + m_used;
 }
 
-void XmlPrinter::PutEscaped(const std::string &text) {
-    const Escapes &escapes = AllEscapes();
-    const char *run = text.data();
-    const char *const end = run + text.size();
-    for (const char *at = run; at != end; ++at) {
-        const auto byte = static_cast<unsigned char>(*at);
-        if (escapes.length[byte] == 0)
-            continue;
-        m_text.append(run, at);
-        m_text.append(escapes.text[byte].data(), escapes.length[byte]);
-        run = at + 1;
+void XmlPrinter::Put(std::string_view text) {
+    std::memcpy(Reserve(text.size()), text.data(), text.size());
+    m_used += text.size();
+}
+
+void XmlPrinter::PutEscaped(std::string_view text) {
+    static const Escapes escapes;
+    while (!text.empty()) {
+        const std::string_view part = text.substr(0, PIECE / LONGEST_ESCAPE);
+        char *const first = Reserve(part.size() * LONGEST_ESCAPE);
+        char *at = first;
+        for (const char ch : part) {
+            const auto byte = static_cast<unsigned char>(ch);
+            *at++ = ch;
+            if (escapes.length[byte] != 0) [[unlikely]] {
+                std::memcpy(--at, escapes.text[byte].data(), escapes.length[byte]);
+                at += escapes.length[byte];
+            }
+        }
+        m_used += static_cast<std::size_t>(at - first);
+        text.remove_prefix(part.size());
     }
-    m_text.append(run, end);
 }
 
 void XmlPrinter::BreakLine() {
     if (m_archive != nullptr)
-        m_text += "\r\n";
+        Put("\r\n");
 }
 
 void XmlPrinter::Indent(int depth) {
-    if (m_archive != nullptr && depth > 0)
-        m_text.append(static_cast<std::size_t>(depth) * 4, ' ');
+    constexpr std::string_view blanks = "                                ";
+    if (m_archive == nullptr || depth <= 0)
+        return;
+    std::size_t count = static_cast<std::size_t>(depth) * 4;
+    for (; count > blanks.size(); count -= blanks.size())
+        Put(blanks);
+    Put(blanks.substr(0, count));
 }
 
 void XmlPrinter::Flush() {
-    if (m_archive != nullptr && !m_text.empty())
-        m_archive->Write(m_text.data(), static_cast<unsigned int>(m_text.size()));
+    if (m_archive != nullptr && m_used > 0)
+        m_archive->Write(m_text.data(), static_cast<unsigned int>(m_used));
     if (m_stream != nullptr)
-        *m_stream << CString(std::move(m_text));
-    m_text.clear();
+        m_stream->append(m_text.data(), static_cast<int>(m_used));
+    m_used = 0;
 }
 
 void XmlPrinter::Print(const TiXmlNode &root, int depth) {
     const TiXmlNode *node = &root;
     for (;;) {
-        if (node != &root && node->Parent()->ToElement() != nullptr && node->ToText() == nullptr)
+        if (node != &root && node->Type() != TiXmlNode::TINYXML_TEXT && IsElement(*node->Parent()))
             BreakLine();
         const bool isPrinted = node != &root && PrintDerived(*node, depth);
         if (!isPrinted && Begin(*node, depth)) {
             // The children of a document stand on its own level.
-            depth += node->ToElement() != nullptr ? 1 : 0;
+            depth += IsElement(*node) ? 1 : 0;
             node = node->FirstChild();
             continue;
         }
         for (;;) {
-            if (m_text.size() >= PIECE)
-                Flush();
             if (node == &root)
                 return;
-            const TiXmlElement *const element = node->Parent()->ToElement();
-            if (element == nullptr)
+            const TiXmlNode *const parent = node->Parent();
+            if (!IsElement(*parent))
                 BreakLine();
             if (node->NextSibling() != nullptr) {
                 node = node->NextSibling();
                 break;
             }
-            node = node->Parent();
-            if (element != nullptr)
-                EndElement(*element, --depth);
+            if (IsElement(*parent))
+                EndElement(*parent, --depth);
+            node = parent;
         }
     }
 }
 
 void XmlPrinter::Print(const TiXmlAttribute &attribute) {
-    const char quote = attribute.ValueStr().find('"') == std::string::npos ? '"' : '\'';
-    Put(attribute.Name());
-    m_text += '=';
-    m_text += quote;
-    PutEscaped(attribute.ValueStr());
-    m_text += quote;
+    const std::string &value = attribute.ValueStr();
+    const bool hasQuote = std::memchr(value.data(), '"', value.size()) != nullptr;
+    Put(attribute.NameTStr());
+    Put(hasQuote ? "='" : "=\"");
+    PutEscaped(value);
+    Put(hasQuote ? "'" : "\"");
 }
 
 bool XmlPrinter::PrintDerived(const TiXmlNode &node, int depth) {
+    if (XmlLink::ExistingObjectOf(node) == nullptr)
+        return false;
     const CxXmlNode *const object = XmlLink::DerivedObjectOf(node);
     if (object == nullptr)
         return false;
@@ -141,20 +158,24 @@ bool XmlPrinter::Begin(const TiXmlNode &node, int depth) {
         return BeginDocument(node);
     case TiXmlNode::TINYXML_ELEMENT:
         Indent(depth);
-        return BeginElement(*node.ToElement());
+        return BeginElement(static_cast<const TiXmlElement &>(node));
     case TiXmlNode::TINYXML_TEXT:
         PutEscaped(node.ValueStr());
         return false;
     case TiXmlNode::TINYXML_COMMENT:
         Indent(depth);
-        Put("<!--", node.Value(), "-->");
+        Put("<!--");
+        Put(node.ValueStr());
+        Put("-->");
         return false;
     case TiXmlNode::TINYXML_DECLARATION:
-        PutDeclaration(*node.ToDeclaration());
+        PutDeclaration(static_cast<const TiXmlDeclaration &>(node));
         return false;
     default:
         Indent(depth);
-        Put("<", node.Value(), ">");
+        Put("<");
+        Put(node.ValueStr());
+        Put(">");
         return false;
     }
 }
@@ -167,30 +188,37 @@ bool XmlPrinter::BeginDocument(const TiXmlNode &document) {
 }
 
 bool XmlPrinter::BeginElement(const TiXmlElement &element) {
-    Put("<", element.Value());
+    Put("<");
+    Put(element.ValueStr());
     for (const TiXmlAttribute *each = element.FirstAttribute(); each != nullptr;
          each = each->Next()) {
-        m_text += ' ';
+        Put(" ");
         Print(*each);
     }
     Put(element.NoChildren() ? " />" : ">");
     return !element.NoChildren();
 }
 
-void XmlPrinter::EndElement(const TiXmlElement &element, int depth) {
+void XmlPrinter::EndElement(const TiXmlNode &element, int depth) {
     const TiXmlNode *const child = element.FirstChild();
-    const bool isOnOneLine = child == element.LastChild() && child->ToText() != nullptr;
+    const bool isOnOneLine =
+        child == element.LastChild() && child->Type() == TiXmlNode::TINYXML_TEXT;
     if (!isOnOneLine) {
         BreakLine();
         Indent(depth);
     }
-    Put("</", element.Value(), ">");
+    Put("</");
+    Put(element.ValueStr());
+    Put(">");
 }
 
 void XmlPrinter::PutDeclaration(const TiXmlDeclaration &declaration) {
-    const auto putPart = [this](const char *before, const char *value) {
-        if (*value != '\0')
-            Put(before, value, "\" ");
+    const auto putPart = [this](const char *before, std::string_view value) {
+        if (value.empty())
+            return;
+        Put(before);
+        Put(value);
+        Put("\" ");
     };
     Put("<?xml ");
     putPart("version=\"", declaration.Version());

@@ -1,7 +1,9 @@
 /// Writes nodes as text.
 #pragma once
 
+#include <cstddef>
 #include <string>
+#include <string_view>
 
 class CxArchive;
 class CxOStream;
@@ -32,19 +34,22 @@ private:
     bool Begin(const TiXmlNode &node, int depth);
     bool BeginDocument(const TiXmlNode &document);
     bool BeginElement(const TiXmlElement &element);
-    void EndElement(const TiXmlElement &element, int depth);
+    void EndElement(const TiXmlNode &element, int depth);
     void PutDeclaration(const TiXmlDeclaration &declaration);
     bool PrintDerived(const TiXmlNode &node, int depth);
 
-    void Put(const char *first, const char *second = "", const char *third = "");
-    void PutEscaped(const std::string &text);
+    /// Room for so many bytes behind the text.
+    char *Reserve(std::size_t size);
+    void Put(std::string_view text);
+    void PutEscaped(std::string_view text);
     void BreakLine();
     void Indent(int depth);
     void Flush();
 
     CxArchive *m_archive = nullptr;
     CxOStream *m_stream = nullptr;
-    std::string m_text;
+    std::string m_text; ///< The first m_used bytes of it.
+    std::size_t m_used = 0;
 };
 
 } // namespace tavix

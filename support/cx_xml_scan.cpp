@@ -11,8 +11,6 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
-#include <cstring>
-#include <string_view>
 
 namespace tavix {
 
@@ -29,11 +27,10 @@ struct Parser : TiXmlBase {
 };
 
 constexpr std::string_view CDATA_START = "<![CDATA[";
-constexpr std::string_view CDATA_END = "]]>";
 
 class Scanner {
 public:
-    Scanner(const char *text, TiXmlEncoding encoding, std::size_t maxDepth,
+    Scanner(std::string_view text, TiXmlEncoding encoding, std::size_t maxDepth,
             std::size_t maxAttributes)
         : m_text(text), m_maxDepth(maxDepth), m_maxAttributes(maxAttributes) {
         for (std::size_t byte = 0; byte < m_isName.size(); ++byte) {
@@ -47,9 +44,9 @@ public:
     }
 
     XmlScan Run() {
-        if (m_encoding == TIXML_ENCODING_UNKNOWN && std::strncmp(m_text, "\xEF\xBB\xBF", 3) == 0)
+        if (m_encoding == TIXML_ENCODING_UNKNOWN && m_text.starts_with("\xEF\xBB\xBF"))
             SetEncoding(TIXML_ENCODING_UTF8);
-        const char *at = SkipSpace(m_text);
+        const char *at = SkipSpace(m_text.data());
         while (at != nullptr && *at != '\0')
             at = SkipSpace(PassPiece(at));
         m_scan.encoding = m_encoding;
@@ -67,18 +64,18 @@ private:
         ++m_nodes;
         if (Parser::StringEqual(at, "<?xml", true, m_encoding))
             return PassDeclaration(at);
-        if (std::strncmp(at, "<!--", 4) == 0)
+        if (Rest(at).starts_with("<!--"))
             return PassBehind(at, 4, "-->");
-        if (std::strncmp(at, CDATA_START.data(), CDATA_START.size()) == 0)
+        if (Rest(at).starts_with(CDATA_START))
             return PassCdata(at);
         if (Parser::IsAlpha(static_cast<unsigned char>(at[1]), m_encoding) != 0 || at[1] == '_')
             return PassStartTag(at);
         return PassBehind(at, 1, ">");
     }
 
-    const char *PassBehind(const char *at, std::size_t skip, const char *end) {
-        const char *const found = std::strstr(at + skip, end);
-        return found != nullptr ? found + std::strlen(end) : nullptr;
+    const char *PassBehind(const char *at, std::size_t skip, std::string_view end) const {
+        const std::size_t found = Rest(at).find(end, skip);
+        return found != std::string_view::npos ? at + found + end.size() : nullptr;
     }
 
     /// Up to the end character; null where that is missing or the text's last character.
@@ -103,7 +100,7 @@ private:
 
     const char *PassEndTag(const char *at) {
         const std::string_view name = m_open.back();
-        if (std::strncmp(at + 2, name.data(), name.size()) != 0)
+        if (!Rest(at + 2).starts_with(name))
             return nullptr;
         at = SkipSpace(at + 2 + name.size());
         if (at == nullptr || *at != '>')
@@ -211,12 +208,13 @@ private:
 
     /// A section up to its end, else like any unknown tag.
     const char *PassCdata(const char *at) {
-        const char *end =
-            m_noMoreCdata ? nullptr : std::strstr(at + CDATA_START.size(), CDATA_END.data());
+        const char *end = m_noMoreCdata ? nullptr : PassBehind(at, CDATA_START.size(), "]]>");
         m_noMoreCdata = end == nullptr;
-        end = end != nullptr ? end + CDATA_END.size() : PassBehind(at, 1, ">");
-        const std::string_view tag(at, end != nullptr ? static_cast<std::size_t>(end - at)
-                                                      : std::strlen(at));
+        if (end == nullptr)
+            end = PassBehind(at, 1, ">");
+        const std::string_view rest = Rest(at);
+        const std::string_view tag =
+            end != nullptr ? rest.substr(0, static_cast<std::size_t>(end - at)) : rest;
         AddRepair(tag, std::string(),
                   std::string(tag.substr(1, tag.size() - (end != nullptr ? 2 : 1))));
         return end;
@@ -250,7 +248,11 @@ private:
         return Stop(XmlScan::Stop::DuplicateAttribute, at);
     }
 
-    std::size_t OffsetOf(const char *at) const { return static_cast<std::size_t>(at - m_text); }
+    std::size_t OffsetOf(const char *at) const {
+        return static_cast<std::size_t>(at - m_text.data());
+    }
+
+    std::string_view Rest(const char *at) const { return m_text.substr(OffsetOf(at)); }
 
     bool IsSpace(char ch) const { return m_isSpace[static_cast<unsigned char>(ch)]; }
 
@@ -273,7 +275,7 @@ private:
         m_step[0] = m_step['&'] = 0;
     }
 
-    const char *m_text;
+    std::string_view m_text;
     std::size_t m_maxDepth;
     std::size_t m_maxAttributes;
     TiXmlEncoding m_encoding = TIXML_ENCODING_UNKNOWN;
@@ -291,7 +293,7 @@ private:
 
 } // namespace
 
-XmlScan ScanXml(const char *text, TiXmlEncoding encoding, std::size_t maxDepth,
+XmlScan ScanXml(std::string_view text, TiXmlEncoding encoding, std::size_t maxDepth,
                 std::size_t maxAttributes) {
     return Scanner(text, encoding, maxDepth, maxAttributes).Run();
 }

@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include <tinyxml.h>
@@ -38,10 +39,10 @@ struct XmlScan {
 /// Room for zeros behind a text: TinyXML steps over the end of a text that ends within a character.
 constexpr std::size_t XML_PADDING = 8;
 
-/// Goes the parser's way through a text that ends with XML_PADDING zeros, step for step, so that it
-/// sees an element exactly where the parser would open one; it makes no nodes. At most maxDepth
-/// elements may be open at a time, and each may have maxAttributes attributes.
-TAVIX_API XmlScan ScanXml(const char *text, TiXmlEncoding encoding, std::size_t maxDepth,
+/// Goes the parser's way through a text without zeros, behind which lie XML_PADDING zeros, step for
+/// step, so that it sees an element exactly where the parser would open one; it makes no nodes. At
+/// most maxDepth elements may be open at a time, and each may have maxAttributes attributes.
+TAVIX_API XmlScan ScanXml(std::string_view text, TiXmlEncoding encoding, std::size_t maxDepth,
                           std::size_t maxAttributes);
 
 } // namespace tavix

@@ -123,11 +123,9 @@ int NumberOf(const std::string &text) {
     return static_cast<int>(std::find(table.begin(), table.end(), text) - table.begin());
 }
 
-/// A number for each way in which a text can be scanned with limits.
-XmlScan::Stop StopWith(const std::string &padded, int encoding, std::size_t depth,
-                       std::size_t attributes) {
-    return tavix::ScanXml(padded.c_str(), static_cast<TiXmlEncoding>(encoding), depth, attributes)
-        .stop;
+XmlScan Scan(const std::string &padded, int encoding, std::size_t depth, std::size_t attributes) {
+    const std::string_view text(padded.data(), padded.size() - tavix::XML_PADDING);
+    return tavix::ScanXml(text, static_cast<TiXmlEncoding>(encoding), depth, attributes);
 }
 
 } // namespace
@@ -149,13 +147,13 @@ TEST(CxXmlParseTest, ReadsRandomTextsAsTinyXmlDoesAndScansThemExactly) {
         dump.Add(ours, 0);
 
         // The scanner's limits are exact: one less would have stopped it.
-        const auto unlimited =
-            tavix::ScanXml(padded.c_str(), static_cast<TiXmlEncoding>(encoding), 1000, 1000);
-        ASSERT_EQ(StopWith(padded, encoding, dump.depth, dump.attributes), unlimited.stop);
+        const XmlScan unlimited = Scan(padded, encoding, 1000, 1000);
+        ASSERT_EQ(Scan(padded, encoding, dump.depth, dump.attributes).stop, unlimited.stop);
         ASSERT_TRUE(dump.depth == 0 ||
-                    StopWith(padded, encoding, dump.depth - 1, 1000) == XmlScan::Stop::TooDeep);
-        ASSERT_TRUE(dump.attributes == 0 || StopWith(padded, encoding, 1000, dump.attributes - 1) ==
-                                                XmlScan::Stop::TooManyAttributes);
+                    Scan(padded, encoding, dump.depth - 1, 1000).stop == XmlScan::Stop::TooDeep);
+        ASSERT_TRUE(dump.attributes == 0 ||
+                    Scan(padded, encoding, 1000, dump.attributes - 1).stop ==
+                        XmlScan::Stop::TooManyAttributes);
 
         // These are read as older releases did.
         if (!unlimited.repairs.empty() || unlimited.stop != XmlScan::Stop::None)
