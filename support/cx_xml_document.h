@@ -14,7 +14,8 @@ class CxMemFile;
 /// far. Two things are refused as a whole, with error 15, because they would exhaust the stack or
 /// take forever: elements nested deeper than MAX_DEPTH and more than MAX_ATTRIBUTES attributes of
 /// one element. Texts of 2 GB and more are refused as if memory had run out. Trees that programs
-/// build may have any depth; they are copied, written and deleted without recursion.
+/// build may have any depth; they are copied, written and deleted without recursion, except that
+/// nodes of classes that programs derive from ours print and clone what is below them.
 class TAVIX_API CxXmlDocument : public CxXmlNode {
 public:
     static constexpr int MAX_DEPTH = 256;

@@ -207,6 +207,7 @@ TEST(CxXmlTreeTest, CopiesEachKindOfNode) {
     CxXmlDeclaration declaration;
     declaration = CxXmlDeclaration("1", "2", nullptr);
     EXPECT_EQ(Streamed(declaration), "<?xml version=\"1\" encoding=\"2\" ?>");
+    EXPECT_EQ(declaration.Type(), 5);
     CxXmlUnknown unknown;
     unknown.SetValue("!D");
     EXPECT_EQ(Streamed(CxXmlUnknown(unknown)), "<!D>");
