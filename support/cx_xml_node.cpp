@@ -46,8 +46,8 @@ void CxXmlNode::Assign(const CxXmlNode &source) {
         return;
     // The source may lie below this node, so it is copied before anything is deleted.
     const std::unique_ptr<TiXmlNode> copy(tavix::CopyNode(Of(source)));
-    tavix::TakeContent(Of(*this), *copy);
     XmlLink::CopyUserData(source, *this);
+    tavix::TakeContent(Of(*this), *copy);
 }
 
 void CxXmlNode::Print(CxArchive &archive, int depth) const {
