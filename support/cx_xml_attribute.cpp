@@ -114,7 +114,8 @@ void CxXmlAttribute::Print(CxArchive &archive, int) const {
 }
 
 void CxXmlAttribute::StreamOut(CxOStream *stream) const {
-    tavix::XmlPrinter(*stream).Print(Of(*this));
+    if (stream != nullptr)
+        tavix::XmlPrinter(*stream).Print(Of(*this));
 }
 
 CxXmlAttributeSet::CxXmlAttributeSet() : m_set(std::make_unique<TiXmlAttributeSet>()) {}

@@ -128,7 +128,8 @@ const char *CxXmlDocument::ParseText(std::string &text, CxXmlEncoding encoding) 
     if (scan.stop == XmlScan::Stop::DuplicateAttribute) {
         // The older releases take the second value and stop there, as if the text ended; only an
         // element around it notices.
-        LastElement(document)->SetAttribute(scan.name.c_str(), scan.value.c_str());
+        if (TiXmlElement *element = LastElement(document))
+            element->SetAttribute(scan.name.c_str(), scan.value.c_str());
         if (!scan.isTopLevel)
             SetError(tavix::XML_ERROR_READING_ELEMENT_VALUE, 0, 0);
         return nullptr;

@@ -55,7 +55,8 @@ void CxXmlNode::Print(CxArchive &archive, int depth) const {
 }
 
 void CxXmlNode::StreamOut(CxOStream *stream) const {
-    tavix::XmlPrinter(*stream).Print(Of(*this), 0);
+    if (stream != nullptr)
+        tavix::XmlPrinter(*stream).Print(Of(*this), 0);
 }
 
 const char *CxXmlNode::Value() const {

@@ -113,8 +113,10 @@ void XmlPrinter::Print(const TiXmlNode &root, int depth) {
             continue;
         }
         for (;;) {
-            if (node == &root)
+            if (node == &root) {
+                Flush();
                 return;
+            }
             const TiXmlNode *const parent = node->Parent();
             if (!IsElement(*parent))
                 BreakLine();
@@ -130,6 +132,11 @@ void XmlPrinter::Print(const TiXmlNode &root, int depth) {
 }
 
 void XmlPrinter::Print(const TiXmlAttribute &attribute) {
+    PutAttribute(attribute);
+    Flush();
+}
+
+void XmlPrinter::PutAttribute(const TiXmlAttribute &attribute) {
     const std::string &value = attribute.ValueStr();
     const bool hasQuote = std::memchr(value.data(), '"', value.size()) != nullptr;
     Put(attribute.NameTStr());
@@ -193,7 +200,7 @@ bool XmlPrinter::BeginElement(const TiXmlElement &element) {
     for (const TiXmlAttribute *each = element.FirstAttribute(); each != nullptr;
          each = each->Next()) {
         Put(" ");
-        Print(*each);
+        PutAttribute(*each);
     }
     Put(element.NoChildren() ? " />" : ">");
     return !element.NoChildren();

@@ -22,7 +22,6 @@ class XmlPrinter {
 public:
     explicit XmlPrinter(CxArchive &archive) : m_archive(&archive) {}
     explicit XmlPrinter(CxOStream &stream) : m_stream(&stream) {}
-    ~XmlPrinter() { Flush(); }
     XmlPrinter(const XmlPrinter &) = delete;
     XmlPrinter &operator=(const XmlPrinter &) = delete;
 
@@ -34,6 +33,7 @@ private:
     bool Begin(const TiXmlNode &node, int depth);
     bool BeginDocument(const TiXmlNode &document);
     bool BeginElement(const TiXmlElement &element);
+    void PutAttribute(const TiXmlAttribute &attribute);
     void EndElement(const TiXmlNode &element, int depth);
     void PutDeclaration(const TiXmlDeclaration &declaration);
     bool PrintDerived(const TiXmlNode &node, int depth);

@@ -138,9 +138,13 @@ private:
             }
             const char *const first = at;
             std::string_view name;
+            const std::size_t repairs = m_scan.repairs.size();
             at = PassAttribute(at, name);
-            if (at == nullptr || *at == '\0')
+            if (at == nullptr || *at == '\0') {
+                if (m_scan.repairs.size() > repairs)
+                    m_scan.repairs.back().node = XmlRepair::NO_NODE;
                 return nullptr;
+            }
             if (std::find(m_names.begin(), m_names.end(), name) != m_names.end())
                 return StopAtDuplicate(first, name);
             if (m_names.size() == m_maxAttributes)

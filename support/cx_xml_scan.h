@@ -16,6 +16,9 @@ namespace tavix {
 /// CDATA section, and a value without quotes that holds a quote. The range of the text is made
 /// harmless before parsing, and what was read gets the value afterwards.
 struct XmlRepair {
+    /// For an attribute that the text's end cuts off, which the parser drops.
+    static constexpr std::size_t NO_NODE = static_cast<std::size_t>(-1);
+
     std::size_t first; ///< Range of the text.
     std::size_t end;
     std::size_t node;  ///< The how-many-th node of the text, text nodes not counted.

@@ -192,6 +192,7 @@ TEST(CxXmlParseTest, ReadsAsOlderReleasesDid) {
         {"<a><![CDATA[ b > <c/> ]] ]]>d</a>", 0, "<a><![CDATA[ b > <c/> ]] ]]>d</a>"},
         {"<![CDATA[x]]><a><![CDATA[]]></a>", 0, "<![CDATA[x]]><a><![CDATA[]]></a>"},
         {"<a><![CDATA[b>c</a>", 0, "<a><![CDATA[b>c</a>"},
+        {"<a x=1 x=2\"", 4, "<a x=\"1\" />"},
         {"<a><![CDATA[b", 6, "<a><![CDATA[b></a>"},
         // An entity of value 0 stands for a zero, which values that are read as C strings end at.
         {"<a>x&#0;y</a>", 0, "<a>x&#x00;y</a>"},
