@@ -91,7 +91,7 @@ HWY_INLINE Vec16 MulPairs(Vec8 bytes, Vec16 weights) {
     return Vec16{_mm_maddubs_epi16(bytes.raw, weights.raw)};
 #elif HWY_TARGET == HWY_AVX2
     return Vec16{_mm256_maddubs_epi16(bytes.raw, weights.raw)};
-#elif HWY_ARCH_X86
+#elif HWY_ARCH_X86 && HWY_TARGET <= HWY_AVX3
     return Vec16{_mm512_maddubs_epi16(bytes.raw, weights.raw)};
 #else
     const Tag16 d;
