@@ -1,0 +1,87 @@
+/// CDrawTool: what all interactive tools have in common.
+#pragma once
+
+#include "TAVIX20/display/tools/tool_ids.h"
+#include "TAVIX20/platform/export.h"
+#include "TAVIX20/platform/geometry.h"
+
+#include <QPointer>
+
+class CTavixView;
+class QPainter;
+
+namespace TavixArray {
+class CPointArray;
+}
+
+/// The buttons and keys that are down during a mouse event.
+inline constexpr unsigned MK_LBUTTON = 0x0001;
+inline constexpr unsigned MK_RBUTTON = 0x0002;
+inline constexpr unsigned MK_SHIFT = 0x0004;
+inline constexpr unsigned MK_CONTROL = 0x0008;
+
+namespace tavix {
+
+/// What all tools of the process share.
+struct ToolState {
+    int currentTool = SELECT; ///< The global current tool.
+    CPoint press;             ///< The press point and the last point; client coordinates.
+    CPoint last;
+    bool isDragging = false;
+    QPointer<CTavixView> view; ///< Where the press was.
+
+    static ToolState &Shared();
+};
+
+} // namespace tavix
+
+/// A tool turns a press, a drag or a series of clicks into a list of image points, and draws what it
+/// has of it meanwhile. There is one object of each tool in the process; all views share them.
+///
+/// Points are in client coordinates unless it is said otherwise. A host's function may destroy the
+/// view in the course of Finish; whoever calls it touches the view no more unless it returns true.
+class TAVIX_API CDrawTool {
+public:
+    explicit CDrawTool(tavix::ToolId id) : m_id(id) {}
+    virtual ~CDrawTool() = default;
+    CDrawTool(const CDrawTool &) = delete;
+    CDrawTool &operator=(const CDrawTool &) = delete;
+
+    /// Captures the mouse, notes the press, gives the view the focus.
+    virtual void OnLButtonDown(CTavixView &view, unsigned flags, CPoint point);
+    virtual void OnLButtonUp(CTavixView &view, unsigned flags, CPoint point);
+    virtual void OnMouseMove(CTavixView &view, unsigned flags, CPoint point);
+    /// Makes the select tool current and tells the view.
+    virtual void OnCancel(CTavixView &view);
+    virtual void OnLButtonDblClk(CTavixView &, unsigned, CPoint) {}
+    virtual void OnRButtonDown(CTavixView &view, unsigned flags, CPoint point);
+    virtual void OnRButtonUp(CTavixView &view, unsigned flags, CPoint point);
+    virtual void OnReserved() {} ///< Keeps its place among the operations; does nothing.
+    virtual void OnUndo(CTavixView &) {}
+    virtual void OnSendResult(CTavixView &) {}
+    /// Draws the tool's feedback; called for every view as it paints.
+    virtual void OnDraw(CTavixView &, QPainter &) {}
+    /// Forgets the points collected; called when the tool is left and when it is entered.
+    virtual void OnReset(CTavixView &) {}
+
+    tavix::ToolId Id() const { return m_id; }
+
+protected:
+    /// Half the side, in client pixels, of the square that a click must not leave.
+    static constexpr int CLICK_REACH = 3;
+
+    static tavix::ToolState &State() { return tavix::ToolState::Shared(); }
+    /// Whether the release of a button is a click: less than 3 pixels from the press on both axes.
+    static bool IsClick(CPoint release);
+    /// Whether the drag from the press to the point is under 2 pixels on both axes.
+    static bool IsTooShort(CPoint point);
+    /// Whether the left button is held after a press in this view.
+    static bool IsDragIn(const CTavixView &view);
+
+    /// Hands the result, image points, to the host with the client point of the event that finished
+    /// the tool, then raises the status-changed event. False when the view is gone.
+    static bool Finish(CTavixView &view, CPoint point, const TavixArray::CPointArray &result);
+
+private:
+    const tavix::ToolId m_id;
+};

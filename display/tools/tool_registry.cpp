@@ -1,0 +1,45 @@
+#include "TAVIX20/display/tools/tool_registry.h"
+
+#include "TAVIX20/display/tools/chain_focus_tools.h"
+#include "TAVIX20/display/tools/drag_focus_tools.h"
+#include "TAVIX20/display/tools/ellipse_cursor_tool.h"
+#include "TAVIX20/display/tools/pick_tools.h"
+#include "TAVIX20/display/tools/select_tool.h"
+
+#include <algorithm>
+
+namespace tavix {
+
+ToolRegistry::ToolRegistry() {
+    const auto add = [this]<typename... Tools>() {
+        (m_tools.push_back(std::make_unique<Tools>()), ...);
+    };
+    add.operator()<CSelectTool, CEllipseCursorTool, CSpoideTool, CClickTool, CLineFocusTool,
+                   CRectangleFocusTool, CEllipseFocusTool, CPolylineFocusTool, CPolygonFocusTool>();
+}
+
+ToolRegistry::~ToolRegistry() = default;
+
+ToolRegistry &ToolRegistry::Instance() {
+    static ToolRegistry registry;
+    return registry;
+}
+
+namespace {
+
+[[maybe_unused]] const ToolRegistry &madeAtLoad = ToolRegistry::Instance();
+
+} // namespace
+
+CDrawTool *ToolRegistry::Find(int id) const {
+    const auto found = std::ranges::find_if(m_tools, [id](const auto &tool) {
+        return tool->Id() == id;
+    });
+    return found != m_tools.end() ? found->get() : nullptr;
+}
+
+CDrawTool *ToolRegistry::Current() const {
+    return Find(ToolState::Shared().currentTool);
+}
+
+} // namespace tavix
