@@ -14,6 +14,7 @@
 #include <functional>
 #include <optional>
 
+class CDrawTool;
 class CTavixWnd;
 class QMenu;
 struct _IplImage;
@@ -115,6 +116,23 @@ public:
     void RaiseRoiStatusChanged();
     void RaiseImagePositionChanged();
 
+    // The tools (tavix_view_tools.cpp).
+    void Tool(int type);
+    int GetTool() const;
+    void SendToolResult();
+    void Undo();
+    /// Sets this view's own tool number, an internal identifier.
+    void SetToolNumber(int id) { m_tool = id; }
+    /// Whether a tool is the current one of this view and of the process.
+    bool IsCurrentTool(int id) const;
+    void SetToolCursor(const QCursor &cursor);
+    void TakeFocus();
+    void ScrollTo(CPoint position);
+    /// The selected object when it is one of this view's; else null.
+    CDrawObj *SelectedObject();
+    /// Opens the context menu at the cursor, if it is enabled.
+    void PopUpContextMenu();
+
 protected:
     void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
@@ -167,7 +185,18 @@ private:
     void TellViewChanged();
     void UpdateReadOut();
 
+    using ToolOperation = void (CDrawTool::*)(CTavixView &, unsigned, CPoint);
+    CDrawTool *OwnTool() const;
+    static CDrawTool *CurrentTool();
+    static unsigned ToolFlags(const QMouseEvent &event);
+    bool TellTool(CDrawTool *tool, ToolOperation operation, const QMouseEvent &event, CPoint point);
+    bool TellToolOfMove(const QMouseEvent &event, CPoint point);
+    void PaintTool(QPainter &painter);
+    bool HandleToolMessage(QEvent &event);
+    void StartWithSelectTool();
+
     CTavixWnd *m_window;
+    int m_tool = 0;                       ///< An internal identifier (tools/tool_ids.h).
     std::unique_ptr<CTavixImage> m_image; ///< Null while nothing is shown.
     tavix::ViewTransform m_transform;
     mutable tavix::PicturePainter m_picture; ///< Paints the image, and keeps what paints share.

@@ -3,6 +3,7 @@
 #include "TAVIX20/display/tavix_view.h"
 
 #include "TAVIX20/display/tavix_wnd.h"
+#include "TAVIX20/display/tools/draw_tool.h"
 #include "TAVIX20/image/image_files.h"
 #include "TAVIX20/image/tavix_image24.h"
 #include "TAVIX20/image/tavix_image8.h"
@@ -51,6 +52,8 @@ unsigned long ValueAt(const CTavixImage &image, CPoint pixel) {
 // Keys
 
 bool CTavixView::event(QEvent *event) {
+    if (HandleToolMessage(*event))
+        return true;
     // The arrow keys belong to the view, even where the host has shortcuts on them.
     if (event->type() == QEvent::ShortcutOverride &&
         IsArrow(static_cast<QKeyEvent *>(event)->key())) {
@@ -100,14 +103,14 @@ void CTavixView::mousePressEvent(QMouseEvent *event) {
     switch (event->button()) {
     case Qt::LeftButton:
         setFocus(Qt::MouseFocusReason);
-        CaptureMouse();
-        return RaiseMouse(m_callbacks.leftButtonDown, &CTavixWnd::leftButtonPressed, point);
+        if (TellTool(OwnTool(), &CDrawTool::OnLButtonDown, *event, point))
+            RaiseMouse(m_callbacks.leftButtonDown, &CTavixWnd::leftButtonPressed, point);
+        break;
     case Qt::RightButton:
         setFocus(Qt::MouseFocusReason);
-        CaptureMouse();
-        if (m_contextMenuEnabled)
-            PopUpContextMenu(event->globalPosition().toPoint());
-        return RaiseMouse(m_callbacks.rightButtonDown, &CTavixWnd::rightButtonPressed, point);
+        if (TellTool(CurrentTool(), &CDrawTool::OnRButtonDown, *event, point))
+            RaiseMouse(m_callbacks.rightButtonDown, &CTavixWnd::rightButtonPressed, point);
+        break;
     default:
         event->ignore();
     }
@@ -118,6 +121,8 @@ void CTavixView::mouseMoveEvent(QMouseEvent *event) {
     m_cursor = point;
     if (event->buttons() == Qt::NoButton)
         ReleaseMouse(); // A dialog, for example, has taken the release.
+    if (!TellToolOfMove(*event, point))
+        return;
     const bool left = event->buttons() & Qt::LeftButton;
     const bool right = event->buttons() & Qt::RightButton;
     const QPointer<CTavixView> self(this);
@@ -131,21 +136,24 @@ void CTavixView::mouseReleaseEvent(QMouseEvent *event) {
     const CPoint point = ClientPoint(*event);
     switch (event->button()) {
     case Qt::LeftButton:
-        ReleaseMouse();
-        return RaiseMouse(m_callbacks.leftButtonUp, &CTavixWnd::leftButtonReleased, point);
+        if (TellTool(OwnTool(), &CDrawTool::OnLButtonUp, *event, point))
+            RaiseMouse(m_callbacks.leftButtonUp, &CTavixWnd::leftButtonReleased, point);
+        break;
     case Qt::RightButton:
-        ReleaseMouse();
-        return RaiseMouse(m_callbacks.rightButtonUp, &CTavixWnd::rightButtonReleased, point);
+        if (TellTool(CurrentTool(), &CDrawTool::OnRButtonUp, *event, point))
+            RaiseMouse(m_callbacks.rightButtonUp, &CTavixWnd::rightButtonReleased, point);
+        break;
     default:
         event->ignore();
     }
 }
 
 void CTavixView::mouseDoubleClickEvent(QMouseEvent *event) {
-    if (event->button() == Qt::LeftButton)
-        RaiseMouse(m_callbacks.doubleClick, &CTavixWnd::doubleClicked, ClientPoint(*event));
-    else
-        mousePressEvent(event); // Only the left button has double clicks.
+    if (event->button() != Qt::LeftButton)
+        return mousePressEvent(event); // Only the left button has double clicks.
+    const CPoint point = ClientPoint(*event);
+    if (TellTool(OwnTool(), &CDrawTool::OnLButtonDblClk, *event, point))
+        RaiseMouse(m_callbacks.doubleClick, &CTavixWnd::doubleClicked, point);
 }
 
 bool CTavixView::viewportEvent(QEvent *event) {
@@ -166,6 +174,11 @@ void CTavixView::contextMenuEvent(QContextMenuEvent *event) {
     // A press of the right button has opened the menu already.
     if (event->reason() != QContextMenuEvent::Mouse)
         PopUpContextMenu(event->globalPos());
+}
+
+void CTavixView::PopUpContextMenu() {
+    if (m_contextMenuEnabled)
+        PopUpContextMenu(QCursor::pos());
 }
 
 void CTavixView::PopUpContextMenu(const QPoint &globalPosition) {

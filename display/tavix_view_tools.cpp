@@ -50,6 +50,10 @@ CDrawTool *CTavixView::OwnTool() const {
     return m_tool == ToolState::Shared().currentTool ? registry.Current() : &registry.Select();
 }
 
+CDrawTool *CTavixView::CurrentTool() {
+    return ToolRegistry::Instance().Current();
+}
+
 unsigned CTavixView::ToolFlags(const QMouseEvent &event) {
     const auto flag = [](bool isSet, unsigned bit) { return isSet ? bit : 0; };
     return flag(event.buttons() & Qt::LeftButton, MK_LBUTTON) |

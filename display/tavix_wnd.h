@@ -2,6 +2,7 @@
 #pragma once
 
 #include "TAVIX20/display/callback_types.h"
+#include "TAVIX20/display/tool_types.h"
 #include "TAVIX20/platform/cstring.h"
 #include "TAVIX20/platform/export.h"
 #include "TAVIX20/platform/geometry.h"
@@ -267,6 +268,17 @@ public:
     int SetObjectString(const char *name, const char *text);
     /// Shows (not 0) or hides the overlay objects.
     void ShowObject(int show);
+
+    /// Leaves the current tool, and makes another one current in this window and in the process; a
+    /// number without a tool makes the select tool current. Tools are shared by all windows: a
+    /// window whose own tool is not the current one behaves as with the select tool.
+    void Tool(_TOOL_TYPE type);
+    /// The number of this window's own tool.
+    int GetTool() const;
+    /// Finishes the current tool where its points are collected click by click.
+    void SendToolResult();
+    /// Takes the last point of a polyline or polygon focus tool back.
+    void Undo();
 
     /// Shows (not 0) or hides the layer; it is hidden at first.
     void ShowLayer(int show);

@@ -35,8 +35,8 @@ struct ToolState {
 
 } // namespace tavix
 
-/// A tool turns a press, a drag or a series of clicks into a list of image points, and draws what it
-/// has of it meanwhile. There is one object of each tool in the process; all views share them.
+/// A tool turns a press, a drag or a series of clicks into a list of image points, and draws what
+/// it has of it meanwhile. There is one object of each tool in the process; all views share them.
 ///
 /// Points are in client coordinates unless it is said otherwise. A host's function may destroy the
 /// view in the course of Finish; whoever calls it touches the view no more unless it returns true.

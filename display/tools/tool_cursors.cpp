@@ -38,12 +38,12 @@ QCursor EllipseCursor() {
 QCursor DropperCursor() {
     return MakeCursor({2, SIDE - 3}, [](QPainter &painter) {
         painter.setBrush(Qt::white);
-        painter.drawPolygon(QPolygonF{
-            {2.5, 29.5}, {4.5, 23.5}, {14.5, 13.5}, {18.5, 17.5}, {8.5, 27.5}});
+        painter.drawPolygon(
+            QPolygonF{{2.5, 29.5}, {4.5, 23.5}, {14.5, 13.5}, {18.5, 17.5}, {8.5, 27.5}});
         painter.drawLine(QPointF(11.5, 10.5), QPointF(21.5, 20.5));
         painter.setBrush(Qt::black);
-        painter.drawPolygon(QPolygonF{
-            {14.5, 12.5}, {21.5, 4.5}, {26.5, 4.5}, {27.5, 9.5}, {19.5, 17.5}});
+        painter.drawPolygon(
+            QPolygonF{{14.5, 12.5}, {21.5, 4.5}, {26.5, 4.5}, {27.5, 9.5}, {19.5, 17.5}});
     });
 }
 

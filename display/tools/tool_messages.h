@@ -19,8 +19,8 @@ public:
     /// The point is packed, x in the low and y in the high 16 bits: hosts get these halves without
     /// sign.
     ToolFinishEvent(const POINT &point, const TavixArray::CPointArray &result)
-        : QEvent(TYPE), m_packed((static_cast<DWORD>(point.x) & 0xFFFF) |
-                                 (static_cast<DWORD>(point.y) << 16)),
+        : QEvent(TYPE),
+          m_packed((static_cast<DWORD>(point.x) & 0xFFFF) | (static_cast<DWORD>(point.y) << 16)),
           m_result(result) {}
 
     int X() const { return static_cast<int>(m_packed & 0xFFFF); }

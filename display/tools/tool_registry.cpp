@@ -32,9 +32,8 @@ namespace {
 } // namespace
 
 CDrawTool *ToolRegistry::Find(int id) const {
-    const auto found = std::ranges::find_if(m_tools, [id](const auto &tool) {
-        return tool->Id() == id;
-    });
+    const auto found =
+        std::ranges::find_if(m_tools, [id](const auto &tool) { return tool->Id() == id; });
     return found != m_tools.end() ? found->get() : nullptr;
 }
 
