@@ -64,6 +64,9 @@ public:
     /// Forgets the points collected; called when the tool is left and when it is entered.
     virtual void OnReset(CTavixView &) {}
 
+    /// The Escape key; false where the tool has no use for it.
+    virtual bool OnEscape(CTavixView &) { return false; }
+
     tavix::ToolId Id() const { return m_id; }
 
 protected:

@@ -1,0 +1,116 @@
+// The regions of interest of the view.
+
+#include "TAVIX20/display/tavix_view.h"
+
+#include "TAVIX20/display/draw_lines.h"
+#include "TAVIX20/display/roi_file.h"
+
+#include <QFile>
+#include <QFileDialog>
+#include <QPainter>
+
+#include <chrono>
+
+namespace {
+
+constexpr std::chrono::milliseconds STRIPE_STEP{200};
+constexpr const char *GUIDE_NAME = "TOOL_CROSS_LINE";
+constexpr const char *FILE_FILTER = "ROI Files (*.roix)";
+constexpr const char *FILE_SUFFIX = "roix";
+constexpr COLORREF GUIDE_COLOUR = 0x00FF00;
+
+/// The path that the user chooses; empty when the dialog is cancelled.
+QString AskForPath(QWidget *parent, const char *title, QFileDialog::AcceptMode mode) {
+    QFileDialog dialog(parent, title, QString(), FILE_FILTER);
+    dialog.setAcceptMode(mode);
+    dialog.setFileMode(mode == QFileDialog::AcceptOpen ? QFileDialog::ExistingFile
+                                                       : QFileDialog::AnyFile);
+    dialog.setDefaultSuffix(FILE_SUFFIX);
+    const QPointer<QWidget> alive(parent);
+    const bool isAccepted = dialog.exec() == QDialog::Accepted;
+    return isAccepted && alive ? dialog.selectedFiles().value(0) : QString();
+}
+
+} // namespace
+
+void CTavixView::AddRoiStroke(std::span<const POINT> points) {
+    if (m_roiMode == ROI_TOOL_MODE_NEW)
+        m_rois.RemoveAll();
+    const std::int32_t method =
+        m_roiMode == ROI_TOOL_MODE_SUBTRACT ? _stRoiElement::SUBTRACT : _stRoiElement::ADD;
+    m_rois.Add({TavixArray::CPointArray(points), method});
+    RoisChanged();
+}
+
+void CTavixView::ResetRoiContext() {
+    m_rois.RemoveAll();
+    RoisChanged();
+}
+
+bool CTavixView::RoiFileOpen(const char *path) {
+    auto elements = tavix::LoadRoiFile(path);
+    if (!elements)
+        return false;
+    m_rois.Assign(std::move(*elements));
+    RoisChanged();
+    return true;
+}
+
+bool CTavixView::RoiFileSave(const char *path) const {
+    return tavix::SaveRoiFile(path, m_transform.ImageSize(), m_rois);
+}
+
+void CTavixView::RoisChanged() {
+    UpdateStripes();
+    Repaint();
+    RaiseRoiStatusChanged();
+}
+
+/// The stripes lie in client coordinates and march while there are any.
+void CTavixView::UpdateStripes() {
+    m_stripeTimer.stop();
+    m_rois.UpdateClientOutlines(m_transform);
+    if (m_rois.GetCount() > 0)
+        m_stripeTimer.start(STRIPE_STEP, this);
+}
+
+void CTavixView::timerEvent(QTimerEvent *event) {
+    if (event->timerId() != m_stripeTimer.timerId())
+        return QAbstractScrollArea::timerEvent(event);
+    m_stripes.Advance();
+    Repaint();
+}
+
+void CTavixView::PaintStripes(QPainter &painter, const QRect &visible) const {
+    m_stripes.Draw(painter, m_rois.ClientOuterOutlines(), visible);
+    m_stripes.Draw(painter, m_rois.ClientHoleOutlines(), visible);
+}
+
+void CTavixView::AskForRoiFileToOpen() {
+    const QString path = AskForPath(this, "Open ROI File", QFileDialog::AcceptOpen);
+    if (!path.isEmpty())
+        RoiFileOpen(QFile::encodeName(path).constData());
+}
+
+void CTavixView::AskForRoiFileToSave() {
+    const QString path = AskForPath(this, "Save ROI File", QFileDialog::AcceptSave);
+    if (!path.isEmpty())
+        RoiFileSave(QFile::encodeName(path).constData());
+}
+
+void CTavixView::ShowGuideLines(CPoint imagePoint) {
+    RemoveGuideLines();
+    const CSize size = m_transform.ImageSize();
+    const auto add = [this](CPoint from, CPoint to) {
+        auto line = std::make_unique<CDrawLineObj>(from, to);
+        line->SetStyle(1, PS_SOLID, GUIDE_COLOUR);
+        line->SetName(GUIDE_NAME);
+        AddObject(std::move(line));
+    };
+    add({0, imagePoint.y}, {size.cx - 1, imagePoint.y});
+    add({imagePoint.x, 0}, {imagePoint.x, size.cy - 1});
+}
+
+void CTavixView::RemoveGuideLines() {
+    RemoveGraphics(GUIDE_NAME);
+}

@@ -1,0 +1,208 @@
+#include "TAVIX20/display/tools/roi_tools.h"
+
+#include "TAVIX20/containers/outline_tracer.h"
+#include "TAVIX20/display/tavix_view.h"
+#include "TAVIX20/platform/run_region.h"
+
+#include <QPainter>
+#include <QPolygon>
+
+#include <algorithm>
+#include <cmath>
+#include <utility>
+
+namespace {
+
+constexpr int PEN_WIDTH = 2;
+
+/// The outline as it is drawn in the making: legible on bright and dark pictures.
+void DrawStroke(QPainter &painter, const QPolygon &line) {
+    painter.setPen(QPen(Qt::black, PEN_WIDTH + 2));
+    painter.drawPolyline(line);
+    painter.setPen(QPen(Qt::green, PEN_WIDTH));
+    painter.drawPolyline(line);
+}
+
+QPolygon ToClient(const CTavixView &view, const std::vector<POINT> &points) {
+    QPolygon line;
+    line.reserve(static_cast<qsizetype>(points.size()) + 2);
+    for (const POINT &point : points) {
+        const CPoint client = view.Transform().ImageToClient(point);
+        if (const QPoint next(client.x, client.y); line.isEmpty() || line.back() != next)
+            line << next;
+    }
+    return line;
+}
+
+} // namespace
+
+// What all of them share
+
+void RoiTool::OnMouseMove(CTavixView &view, unsigned, CPoint point) {
+    State().last = point;
+    view.SetToolCursor(Qt::CrossCursor);
+    if (IsStrokeUnderWay())
+        view.Repaint();
+}
+
+void RoiTool::OnReset(CTavixView &view) {
+    State().isDragging = false;
+    DropStroke();
+    view.Repaint();
+}
+
+void RoiTool::OnCancel(CTavixView &view) {
+    OnReset(view);
+    CDrawTool::OnCancel(view);
+}
+
+bool RoiTool::OnEscape(CTavixView &view) {
+    if (IsStrokeUnderWay()) {
+        view.ReleaseMouse();
+        OnReset(view);
+    } else {
+        OnCancel(view);
+    }
+    return true;
+}
+
+void GuidedRoiTool::OnMouseMove(CTavixView &view, unsigned flags, CPoint point) {
+    RoiTool::OnMouseMove(view, flags, point);
+    view.ShowGuideLines(view.Transform().ClientToImage(point));
+}
+
+void GuidedRoiTool::OnReset(CTavixView &view) {
+    RoiTool::OnReset(view);
+    view.RemoveGuideLines();
+}
+
+// Rectangle and ellipse
+
+void BoxRoiTool::OnLButtonUp(CTavixView &view, unsigned flags, CPoint point) {
+    const bool isDrag = IsDragIn(view);
+    GuidedRoiTool::OnLButtonUp(view, flags, point);
+    view.Repaint();
+    if (!isDrag)
+        return;
+    const tavix::ViewTransform &transform = view.Transform();
+    std::vector<POINT> outline = OutlineBetween(transform.ClientToImage(State().press),
+                                                transform.ClientToImage(point));
+    if (!outline.empty())
+        view.AddRoiStroke(outline);
+}
+
+void BoxRoiTool::OnDraw(CTavixView &view, QPainter &painter) {
+    if (!IsDragIn(view))
+        return;
+    const tavix::ViewTransform &transform = view.Transform();
+    std::vector<POINT> outline = OutlineBetween(transform.ClientToImage(State().press),
+                                                transform.ClientToImage(State().last));
+    if (outline.empty())
+        return;
+    outline.push_back(outline.front());
+    DrawStroke(painter, ToClient(view, outline));
+}
+
+std::vector<POINT> CROIRectangleTool::OutlineBetween(CPoint from, CPoint to) const {
+    if (from.x == to.x || from.y == to.y)
+        return {};
+    return {{from.x, from.y}, {to.x, from.y}, {to.x, to.y}, {from.x, to.y}};
+}
+
+// Row by row: a row's pixels lie on both sides of the axis as far as the ellipse reaches at the
+// height of their centres.
+std::vector<POINT> CROIEllipseTool::OutlineBetween(CPoint from, CPoint to) const {
+    const auto [left, right] = std::minmax(from.x, to.x);
+    const auto [top, bottom] = std::minmax(from.y, to.y);
+    const double axisX = (static_cast<double>(right) - left) / 2;
+    const double axisY = (static_cast<double>(bottom) - top) / 2;
+    const double centreX = left + axisX;
+    const double centreY = top + axisY;
+    tavix::RunRegion ellipse;
+    for (LONG y = top; y < bottom; ++y) {
+        const double height = (y + 0.5 - centreY) / axisY;
+        const double reach = axisX * std::sqrt(std::max(0.0, 1 - height * height));
+        const tavix::PixelRun run{static_cast<LONG>(std::ceil(centreX - reach - 0.5)),
+                                  static_cast<LONG>(std::floor(centreX + reach - 0.5)) + 1};
+        if (run.left < run.right)
+            ellipse.AppendBand(y, y + 1, {&run, 1});
+    }
+    std::vector<tavix::Outline> outlines = tavix::TraceOutlines(ellipse.Rects());
+    return outlines.empty() ? std::vector<POINT>() : std::move(outlines.front().corners);
+}
+
+// Polygon
+
+void CROIPolygonTool::OnLButtonDown(CTavixView &view, unsigned flags, CPoint point) {
+    GuidedRoiTool::OnLButtonDown(view, flags, point);
+    const tavix::ViewTransform &transform = view.Transform();
+    if (m_corners.size() >= 3) {
+        const CPoint way = point - transform.ImageToClient(m_corners.front());
+        if (std::abs(way.x) < CLICK_REACH && std::abs(way.y) < CLICK_REACH)
+            return Close(view);
+    }
+    m_corners.push_back(transform.ClientToImage(point));
+    view.Repaint();
+}
+
+// The first click of a double click has added its corner already.
+void CROIPolygonTool::OnLButtonDblClk(CTavixView &view, unsigned, CPoint) {
+    Close(view);
+}
+
+void CROIPolygonTool::OnSendResult(CTavixView &view) {
+    Close(view);
+}
+
+void CROIPolygonTool::Close(CTavixView &view) {
+    const std::vector<POINT> corners = std::exchange(m_corners, {});
+    view.Repaint();
+    if (corners.size() >= 3)
+        view.AddRoiStroke(corners);
+}
+
+void CROIPolygonTool::OnDraw(CTavixView &view, QPainter &painter) {
+    if (m_corners.empty() || !view.IsCurrentTool(Id()) || State().view != &view)
+        return;
+    DrawStroke(painter, ToClient(view, m_corners) << QPoint(State().last.x, State().last.y));
+    const CPoint first = view.Transform().ImageToClient(m_corners.front());
+    painter.setPen(QPen(Qt::green, 1));
+    painter.setBrush(Qt::black);
+    painter.drawRect(first.x - CLICK_REACH, first.y - CLICK_REACH, 2 * CLICK_REACH,
+                     2 * CLICK_REACH);
+}
+
+// Free line
+
+void CROIFreelineTool::OnLButtonDown(CTavixView &view, unsigned flags, CPoint point) {
+    RoiTool::OnLButtonDown(view, flags, point);
+    m_path.clear();
+    Append(view.Transform().ClientToImage(point));
+}
+
+void CROIFreelineTool::OnMouseMove(CTavixView &view, unsigned flags, CPoint point) {
+    if (IsDragIn(view))
+        Append(view.Transform().ClientToImage(point));
+    RoiTool::OnMouseMove(view, flags, point);
+}
+
+void CROIFreelineTool::OnLButtonUp(CTavixView &view, unsigned flags, CPoint point) {
+    const bool isDrag = IsDragIn(view);
+    if (isDrag)
+        Append(view.Transform().ClientToImage(point));
+    RoiTool::OnLButtonUp(view, flags, point);
+    const std::vector<POINT> path = std::exchange(m_path, {});
+    view.Repaint();
+    if (isDrag && path.size() >= 3)
+        view.AddRoiStroke(path);
+}
+
+void CROIFreelineTool::Append(CPoint imagePoint) {
+    if (m_path.empty() || imagePoint != m_path.back())
+        m_path.push_back(imagePoint);
+}
+
+void CROIFreelineTool::OnDraw(CTavixView &view, QPainter &painter) {
+    if (IsDragIn(view))
+        DrawStroke(painter, ToClient(view, m_path));
+}
