@@ -127,6 +127,7 @@ void CTavixView::Repaint() {
 
 void CTavixView::Refresh() {
     Repaint();
+    UpdateStripes();
     TellViewChanged();
 }
 
@@ -183,8 +184,11 @@ void CTavixView::paintEvent(QPaintEvent *event) {
     QPainter painter(viewport());
     PaintPicture(painter, m_transform, event->region());
     painter.setClipRegion(event->region());
-    if (m_transform.HasImage())
+    if (m_transform.HasImage()) {
         PaintOverlays(painter, m_transform, event->rect());
+        PaintStripes(painter, event->rect());
+        PaintTool(painter);
+    }
     if (m_showCrossLine)
         PaintCrossLine(painter);
 }

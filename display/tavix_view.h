@@ -4,15 +4,19 @@
 #include "TAVIX20/display/draw_obj_array.h"
 #include "TAVIX20/display/picture_painter.h"
 #include "TAVIX20/display/pixel_grid.h"
+#include "TAVIX20/display/roi_element_array.h"
+#include "TAVIX20/display/roi_stripes.h"
 #include "TAVIX20/display/view_callbacks.h"
 #include "TAVIX20/display/view_transform.h"
 #include "TAVIX20/image/tavix_image.h"
 
 #include <QAbstractScrollArea>
+#include <QBasicTimer>
 #include <QPointer>
 
 #include <functional>
 #include <optional>
+#include <span>
 
 class CDrawTool;
 class CTavixWnd;
@@ -133,11 +137,26 @@ public:
     /// Opens the context menu at the cursor, if it is enabled.
     void PopUpContextMenu();
 
+    // Regions of interest (tavix_view_roi.cpp).
+    const CRoiElementArray &Rois() const { return m_rois; }
+    /// Adds an element with this outline, in image coordinates, as the mode says.
+    void AddRoiStroke(std::span<const POINT> points);
+    void ResetRoiContext();
+    bool RoiFileOpen(const char *path);
+    bool RoiFileSave(const char *path) const;
+    void SetRoiToolMode(int mode) { m_roiMode = mode; }
+    int RoiToolMode() const { return m_roiMode; }
+    /// Lines across the whole image through the point; they replace those that are there.
+    void ShowGuideLines(CPoint imagePoint);
+    void RemoveGuideLines();
+
 protected:
     void paintEvent(QPaintEvent *event) override;
     void resizeEvent(QResizeEvent *event) override;
     void scrollContentsBy(int dx, int dy) override;
 
+    void showEvent(QShowEvent *event) override;
+    void timerEvent(QTimerEvent *event) override;
     bool event(QEvent *event) override;
     bool viewportEvent(QEvent *event) override;
     void keyPressEvent(QKeyEvent *event) override;
@@ -193,10 +212,19 @@ private:
     bool TellToolOfMove(const QMouseEvent &event, CPoint point);
     void PaintTool(QPainter &painter);
     bool HandleToolMessage(QEvent &event);
-    void StartWithSelectTool();
+    void RoisChanged();
+    void UpdateStripes();
+    void PaintStripes(QPainter &painter, const QRect &visible) const;
+    void AskForRoiFileToOpen();
+    void AskForRoiFileToSave();
 
     CTavixWnd *m_window;
-    int m_tool = 0;                       ///< An internal identifier (tools/tool_ids.h).
+    int m_tool = 0; ///< An internal identifier (tools/tool_ids.h).
+    bool m_wasShown = false;
+    CRoiElementArray m_rois;
+    tavix::RoiStripes m_stripes;
+    QBasicTimer m_stripeTimer;            ///< Runs while there are elements.
+    int m_roiMode = 0;                    ///< A _ROI_TOOL_MODE.
     std::unique_ptr<CTavixImage> m_image; ///< Null while nothing is shown.
     tavix::ViewTransform m_transform;
     mutable tavix::PicturePainter m_picture; ///< Paints the image, and keeps what paints share.

@@ -24,6 +24,8 @@
 namespace {
 
 constexpr double WHEEL_ZOOM_STEP = 1.0;
+constexpr int ROI_OPEN_COMMAND = 6000;
+constexpr int ROI_SAVE_COMMAND = 6001;
 
 bool IsArrow(int key) {
     return key == Qt::Key_Left || key == Qt::Key_Right || key == Qt::Key_Up || key == Qt::Key_Down;
@@ -76,6 +78,10 @@ void CTavixView::keyPressEvent(QKeyEvent *event) {
         return scroll(verticalScrollBar(), QAbstractSlider::SliderSingleStepSub);
     case Qt::Key_Down:
         return scroll(verticalScrollBar(), QAbstractSlider::SliderSingleStepAdd);
+    case Qt::Key_Escape:
+        if (CDrawTool *const tool = OwnTool(); tool && tool->OnEscape(*this))
+            return;
+        [[fallthrough]];
     default:
         event->ignore(); // All other keys are the host's.
     }
@@ -184,8 +190,12 @@ void CTavixView::PopUpContextMenu() {
 void CTavixView::PopUpContextMenu(const QPoint &globalPosition) {
     if (!m_contextMenu)
         m_contextMenu = NewContextMenu();
-    for (QAction *action : m_contextMenu->actions())
-        action->setEnabled(m_transform.HasImage());
+    for (QAction *action : m_contextMenu->actions()) {
+        if (action->data() == ROI_SAVE_COMMAND)
+            action->setVisible(m_rois.GetCount() > 0);
+        else if (action->data() != ROI_OPEN_COMMAND)
+            action->setEnabled(m_transform.HasImage());
+    }
     ReleaseMouse(); // The menu takes the mouse, and the button's release.
     m_contextMenu->popup(globalPosition);
 }
@@ -194,8 +204,11 @@ void CTavixView::PopUpContextMenu(const QPoint &globalPosition) {
 QMenu *CTavixView::NewContextMenu() {
     auto *menu = new QMenu(this);
     const auto add = [&](const char *text, auto action) {
-        menu->addAction(text, this, action, Qt::QueuedConnection);
+        return menu->addAction(text, this, action, Qt::QueuedConnection);
     };
+    add("ROI Open(&O) ...", &CTavixView::AskForRoiFileToOpen)->setData(ROI_OPEN_COMMAND);
+    add("ROI Save(&S) ...", &CTavixView::AskForRoiFileToSave)->setData(ROI_SAVE_COMMAND);
+    menu->addSeparator();
     add("Zoom In(&I)", &CTavixView::ZoomPlus);
     add("Zoom Out(&U)", &CTavixView::ZoomMinus);
     add("Fit to Window(&F)", &CTavixView::ZoomFitTo);

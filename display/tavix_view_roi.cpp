@@ -4,16 +4,19 @@
 
 #include "TAVIX20/display/draw_lines.h"
 #include "TAVIX20/display/roi_file.h"
+#include "TAVIX20/display/tool_types.h"
 
 #include <QFile>
 #include <QFileDialog>
 #include <QPainter>
+#include <QTimerEvent>
 
-#include <chrono>
+#include <memory>
+#include <utility>
 
 namespace {
 
-constexpr std::chrono::milliseconds STRIPE_STEP{200};
+constexpr int STRIPE_STEP = 200; ///< Milliseconds.
 constexpr const char *GUIDE_NAME = "TOOL_CROSS_LINE";
 constexpr const char *FILE_FILTER = "ROI Files (*.roix)";
 constexpr const char *FILE_SUFFIX = "roix";
@@ -105,12 +108,12 @@ void CTavixView::ShowGuideLines(CPoint imagePoint) {
         auto line = std::make_unique<CDrawLineObj>(from, to);
         line->SetStyle(1, PS_SOLID, GUIDE_COLOUR);
         line->SetName(GUIDE_NAME);
-        AddObject(std::move(line));
+        m_objects.Add(std::move(line));
     };
     add({0, imagePoint.y}, {size.cx - 1, imagePoint.y});
     add({imagePoint.x, 0}, {imagePoint.x, size.cy - 1});
 }
 
 void CTavixView::RemoveGuideLines() {
-    RemoveGraphics(GUIDE_NAME);
+    m_objects.RemoveEach(GUIDE_NAME);
 }

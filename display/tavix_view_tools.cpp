@@ -2,12 +2,15 @@
 
 #include "TAVIX20/display/tavix_view.h"
 
+#include "TAVIX20/display/selection.h"
 #include "TAVIX20/display/tools/draw_tool.h"
 #include "TAVIX20/display/tools/tool_messages.h"
 #include "TAVIX20/display/tools/tool_registry.h"
 
 #include <QMouseEvent>
 #include <QPainter>
+
+#include <utility>
 
 using tavix::ToolRegistry;
 using tavix::ToolState;
@@ -66,9 +69,13 @@ unsigned CTavixView::ToolFlags(const QMouseEvent &event) {
 bool CTavixView::TellTool(CDrawTool *tool, ToolOperation operation, const QMouseEvent &event,
                           CPoint point) {
     const QPointer<CTavixView> alive(this);
+    const bool nested = std::exchange(m_inMouseEvent, true);
     if (tool)
         (tool->*operation)(*this, ToolFlags(event), point);
-    return alive != nullptr;
+    if (!alive)
+        return false;
+    m_inMouseEvent = nested;
+    return true;
 }
 
 bool CTavixView::TellToolOfMove(const QMouseEvent &event, CPoint point) {
@@ -113,7 +120,14 @@ void CTavixView::ScrollTo(CPoint position) {
     ApplyTransform();
 }
 
+CDrawObj *CTavixView::SelectedObject() {
+    return tavix::Selection::Array() == &m_objects ? tavix::Selection::Object() : nullptr;
+}
+
 /// Tools are process-wide; what the last window left behind is not this one's.
-void CTavixView::StartWithSelectTool() {
-    m_tool = ToolState::Shared().currentTool = tavix::SELECT;
+void CTavixView::showEvent(QShowEvent *event) {
+    QAbstractScrollArea::showEvent(event);
+    if (!m_wasShown)
+        m_tool = ToolState::Shared().currentTool = tavix::SELECT;
+    m_wasShown = true;
 }

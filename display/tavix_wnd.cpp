@@ -195,22 +195,6 @@ void CTavixWnd::ImagePtToClientPoint(CRect &rect) const {
     ConvertCorners(rect, [this](CPoint point) { return m_view->Transform().ImageToClient(point); });
 }
 
-void CTavixWnd::Tool(_TOOL_TYPE type) {
-    m_view->Tool(type);
-}
-
-int CTavixWnd::GetTool() const {
-    return m_view->GetTool();
-}
-
-void CTavixWnd::SendToolResult() {
-    m_view->SendToolResult();
-}
-
-void CTavixWnd::Undo() {
-    m_view->Undo();
-}
-
 void CTavixWnd::ShowLayer(int show) {
     m_view->ShowLayer(show != 0);
 }

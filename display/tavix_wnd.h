@@ -6,6 +6,7 @@
 #include "TAVIX20/platform/cstring.h"
 #include "TAVIX20/platform/export.h"
 #include "TAVIX20/platform/geometry.h"
+#include "TAVIX20/platform/region.h"
 
 #include <QImage>
 #include <QWidget>
@@ -19,9 +20,12 @@ class CTavixView;
 struct _IplImage;
 using IplImage = _IplImage;
 
+class CPtrArray;
+
 namespace TavixArray {
 class CPointArray;
-}
+class CPointArrayArray;
+} // namespace TavixArray
 
 /// Scroll bars of GetScrollPos and SetScrollPos.
 inline constexpr int SB_HORZ = 0;
@@ -279,6 +283,33 @@ public:
     void SendToolResult();
     /// Takes the last point of a polyline or polygon focus tool back.
     void Undo();
+
+    /// Regions of interest: the elements that were drawn, one a stroke, or read from a file,
+    /// combined in order. The first element starts the region whatever its method.
+
+    /// What the next strokes do to the regions that are there; they replace them at first.
+    void SetRoiToolMode(_ROI_TOOL_MODE mode);
+    _ROI_TOOL_MODE GetRoiToolMode() const;
+    /// 1 when there is at least one element, else 0.
+    int IsRoiContext() const;
+    /// Removes all elements.
+    void ResetRoiContext();
+    /// Replaces the elements by those of a file, whatever image it was made with. Returns 1, or 0
+    /// with the elements as they were when the file cannot be read or is none of this kind.
+    int RoiFileOpen(const char *path);
+    /// Writes the elements. Returns 1, or 0 when the file cannot be written; it is then as it was.
+    int RoiFileSave(const char *path) const;
+    /// The region's polygons less those of its holes; parts that lie in a hole of another part go
+    /// with the hole. The caller deletes it. Null without elements and when nothing is left.
+    HRGN GetROI() const;
+    /// Appends one region for each part that is left of GetROI's; the caller deletes them. Returns
+    /// the array's count.
+    int GetROIArray(CPtrArray &regions) const;
+    /// Replaces both lists by the outlines of the combined region, corners of pixels.
+    void GetRoiPointArray(TavixArray::CPointArrayArray &outer,
+                          TavixArray::CPointArrayArray &holes) const;
+    /// Area of GetROI's region in pixels.
+    double GetRoiToPixelCount() const;
 
     /// Shows (not 0) or hides the layer; it is hidden at first.
     void ShowLayer(int show);

@@ -23,8 +23,8 @@ void CROIMagicWandTool::OnLButtonUp(CTavixView &view, unsigned flags, CPoint poi
     RoiTool::OnLButtonUp(view, flags, point);
     if (!isClick || !view.Image())
         return;
-    const tavix::RunRegion area = tavix::SimilarArea(
-        *view.Image(), view.Transform().ClientToImage(point), m_tolerance);
+    const tavix::RunRegion area =
+        tavix::SimilarArea(*view.Image(), view.Transform().ClientToImage(point), m_tolerance);
     if (!area.IsEmpty())
         view.AddRoiStroke(tavix::JoinOutlines(tavix::TraceOutlines(area.Rects())));
 }

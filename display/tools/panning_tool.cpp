@@ -5,8 +5,8 @@
 #include <cstdlib>
 
 void tavix::PanPicture(CTavixView &view, CPoint scrollAtPress, CPoint point) {
-    const CPoint way = point - ToolState::Shared().press;
-    if (std::abs(way.x) < 2 || std::abs(way.y) < 2)
+    const CSize way = point - ToolState::Shared().press;
+    if (std::abs(way.cx) < 2 || std::abs(way.cy) < 2)
         return;
     view.SetToolCursor(Qt::ClosedHandCursor);
     view.ScrollTo(scrollAtPress - way);

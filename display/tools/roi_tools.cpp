@@ -85,8 +85,8 @@ void BoxRoiTool::OnLButtonUp(CTavixView &view, unsigned flags, CPoint point) {
     if (!isDrag)
         return;
     const tavix::ViewTransform &transform = view.Transform();
-    std::vector<POINT> outline = OutlineBetween(transform.ClientToImage(State().press),
-                                                transform.ClientToImage(point));
+    std::vector<POINT> outline =
+        OutlineBetween(transform.ClientToImage(State().press), transform.ClientToImage(point));
     if (!outline.empty())
         view.AddRoiStroke(outline);
 }
@@ -137,8 +137,8 @@ void CROIPolygonTool::OnLButtonDown(CTavixView &view, unsigned flags, CPoint poi
     GuidedRoiTool::OnLButtonDown(view, flags, point);
     const tavix::ViewTransform &transform = view.Transform();
     if (m_corners.size() >= 3) {
-        const CPoint way = point - transform.ImageToClient(m_corners.front());
-        if (std::abs(way.x) < CLICK_REACH && std::abs(way.y) < CLICK_REACH)
+        const CSize way = point - transform.ImageToClient(m_corners.front());
+        if (std::abs(way.cx) < CLICK_REACH && std::abs(way.cy) < CLICK_REACH)
             return Close(view);
     }
     m_corners.push_back(transform.ClientToImage(point));

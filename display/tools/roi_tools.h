@@ -6,8 +6,8 @@
 #include <vector>
 
 /// Each stroke adds one element to the view's regions of interest; the tool stays current. Escape
-/// drops a stroke that is not finished, as leaving the tool does, and leaves the tool where there is
-/// none.
+/// drops a stroke that is not finished, as leaving the tool does, and leaves the tool where there
+/// is none.
 class RoiTool : public CDrawTool {
 public:
     using CDrawTool::CDrawTool;

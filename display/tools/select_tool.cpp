@@ -51,7 +51,7 @@ void CSelectTool::DragObject(CTavixView &view, CPoint point) {
     if (m_grabbed > 0)
         object->MoveHandleTo(m_grabbed, now);
     else
-        object->Offset(now - m_lastImagePoint);
+        object->Offset(POINT{now.x - m_lastImagePoint.x, now.y - m_lastImagePoint.y});
     m_lastImagePoint = now;
     view.Repaint();
 }

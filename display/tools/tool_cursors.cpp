@@ -22,7 +22,7 @@ QCursor MakeCursor(QPoint hotSpot, Draw draw) {
     painter.setPen(QPen(Qt::black, 1, Qt::SolidLine, Qt::RoundCap, Qt::RoundJoin));
     draw(painter);
     painter.end();
-    return {pixmap, hotSpot.x(), hotSpot.y()};
+    return QCursor(pixmap, hotSpot.x(), hotSpot.y());
 }
 
 } // namespace

@@ -3,7 +3,9 @@
 #include "TAVIX20/display/tools/chain_focus_tools.h"
 #include "TAVIX20/display/tools/drag_focus_tools.h"
 #include "TAVIX20/display/tools/ellipse_cursor_tool.h"
+#include "TAVIX20/display/tools/magic_wand_tool.h"
 #include "TAVIX20/display/tools/pick_tools.h"
+#include "TAVIX20/display/tools/roi_tools.h"
 #include "TAVIX20/display/tools/select_tool.h"
 
 #include <algorithm>
@@ -14,8 +16,11 @@ ToolRegistry::ToolRegistry() {
     const auto add = [this]<typename... Tools>() {
         (m_tools.push_back(std::make_unique<Tools>()), ...);
     };
-    add.operator()<CSelectTool, CEllipseCursorTool, CSpoideTool, CClickTool, CLineFocusTool,
-                   CRectangleFocusTool, CEllipseFocusTool, CPolylineFocusTool, CPolygonFocusTool>();
+    add.operator()<CSelectTool, CEllipseCursorTool, CSpoideTool>();
+    add.operator()<CROIRectangleTool, CROIEllipseTool, CROIPolygonTool, CROIFreelineTool,
+                   CROIMagicWandTool>();
+    add.operator()<CClickTool, CLineFocusTool, CRectangleFocusTool, CEllipseFocusTool,
+                   CPolylineFocusTool, CPolygonFocusTool>();
 }
 
 ToolRegistry::~ToolRegistry() = default;
