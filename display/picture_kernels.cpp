@@ -130,14 +130,15 @@ void Compose(const std::uint32_t *premultiplied, std::size_t count, std::uint32_
 
 void MultiplyByAlpha(const std::uint32_t *pixels, std::size_t count, std::uint32_t *target) {
     ForPixels(pixels, count, target, [](auto d, auto from, std::uint32_t *to) {
-        // With 255 for its own alpha, a pixel keeps it.
-        hn::StoreU(Scale(hn::Or(from, hn::Set(d, OPAQUE)), hn::ShiftRight<24>(from)), d, to);
+        // With 255 for its own alpha, a pixel keeps it. Most of a layer is empty.
+        const bool isEmpty = hn::AllTrue(d, hn::Eq(from, hn::Zero(d)));
+        const auto opaque = hn::Or(from, hn::Set(d, OPAQUE));
+        hn::StoreU(isEmpty ? from : Scale(opaque, hn::ShiftRight<24>(from)), d, to);
     });
 }
 
 void Compose(const std::uint32_t *premultiplied, std::size_t count, std::uint32_t *target) {
     ForPixels(premultiplied, count, target, [](auto d, auto from, std::uint32_t *to) {
-        // Most of a layer is empty.
         if (hn::AllTrue(d, hn::Eq(from, hn::Zero(d))))
             return;
         const auto rest = hn::Sub(hn::Set(d, 255), hn::ShiftRight<24>(from));

@@ -50,6 +50,9 @@ QImage *WritableImage(const QPainter &painter) {
 } // namespace
 
 void PicturePainter::SetPicture(const PixelRows &picture) {
+    const PixelRows &layer = m_layerPyramid.Picture();
+    if (layer.width != picture.width || layer.height != picture.height)
+        m_layerPyramid.Reset({});
     m_pyramid.Reset(picture);
     m_frame.Drop();
 }

@@ -31,9 +31,11 @@ Range PixelsBetween(double origin, double scale, int size, int begin, int last) 
     return {at(begin), at(last)};
 }
 
+/// Three digits fit the width, and the numbers of all channels the height.
 int FontSize(double scale, int channels) {
-    return static_cast<int>(channels == 1 ? std::min(scale * 0.42, 0.3 * scale + 8.0)
-                                          : scale * 0.3);
+    constexpr double largest = 60.0;
+    const double fitting = channels == 1 ? std::min(scale * 0.42, 0.3 * scale + 8.0) : scale * 0.3;
+    return static_cast<int>(std::min(fitting, largest));
 }
 
 } // namespace
@@ -85,7 +87,8 @@ void PixelGrid::PaintValues(QPainter &painter, const std::uint8_t *pixel, int ch
     for (int line = 0; line < channels; ++line) {
         // Blue is stored first and written last.
         const QImage &number = Number(pixel[channels - 1 - line], isBright);
-        const int middle = block.top() + block.height() * (2 * line + 1) / (2 * channels);
+        const int middle =
+            block.top() + static_cast<int>(block.height() * ((line + 0.5) / channels));
         painter.drawImage(block.left() + (block.width() - number.width() + 1) / 2,
                           middle - number.height() / 2, number);
     }
