@@ -266,6 +266,15 @@ TEST(PicturePainterTest, ObeysClipsOpacityAndRotation) {
     for (int x = 0; x < 4; ++x)
         for (int y = 0; y < 2; ++y)
             EXPECT_EQ(screen.pixel(10 - 5 * y - 3, 20 + 5 * x + 2), sample.Screen(x, y));
+    // A layer of another size than the picture's has nothing to lie on.
+    const QImage layer(9, 9, QImage::Format_ARGB32);
+    const Sample large(9, 9, PixelKind::Grey);
+    PicturePainter layered;
+    layered.SetPicture(large.rows);
+    layered.SetLayer(&layer);
+    layered.SetPicture(sample.rows);
+    Paint(layered, screen, {0, 0}, 1);
+    EXPECT_EQ(screen.pixel(3, 1), sample.Screen(3, 1));
     PicturePainter nothing;
     Paint(nothing, screen, {0, 0}, 1);
     EXPECT_EQ(screen.pixel(3, 3), BACKGROUND);
