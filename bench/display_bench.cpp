@@ -9,10 +9,10 @@
 #include <QApplication>
 #include <QImage>
 #include <QPainter>
-#include <QScrollBar>
 #include <opencv2/imgproc.hpp>
 
 #include <algorithm>
+#include <map>
 #include <memory>
 
 namespace {
@@ -57,22 +57,22 @@ public:
 
     QImage &Screen() { return m_screen; }
 
-    /// A shown window whose picture area has the client's size; it shows the large image.
+    /// A shown window whose picture area has the client's size; it shows the large image at the
+    /// zoom. Each zoom has its own, so that no row pays for a change of zoom.
     CTavixWnd &Window(double zoom) {
-        if (!m_window) {
-            m_window = std::make_unique<CTavixWnd>();
-            m_window->SetImage(&Large());
-            m_window->show();
-        }
-        if (m_window->GetZoomRatio() != zoom) {
-            m_window->Zoom(zoom);
-            const auto *const view = m_window->findChild<QAbstractScrollArea *>();
-            m_window->resize(CLIENT);
+        std::unique_ptr<CTavixWnd> &window = m_windows[zoom];
+        if (!window) {
+            window = std::make_unique<CTavixWnd>();
+            window->resize(CLIENT);
+            window->SetImage(&Large());
+            window->Zoom(zoom);
+            window->show();
             QApplication::processEvents();
-            m_window->resize(CLIENT + CLIENT - view->viewport()->size());
+            const auto *const view = window->findChild<QAbstractScrollArea *>();
+            window->resize(CLIENT + CLIENT - view->viewport()->size());
             QApplication::processEvents();
         }
-        return *m_window;
+        return *window;
     }
 
     tavix::PicturePainter &Painter() {
@@ -89,7 +89,7 @@ public:
 private:
     CTavixImage8 m_large;
     QImage m_screen{CLIENT, QImage::Format_RGB32};
-    std::unique_ptr<CTavixWnd> m_window;
+    std::map<double, std::unique_ptr<CTavixWnd>> m_windows;
     tavix::PicturePainter m_painter;
     bool m_hasPicture = false;
     int m_pan = 0;
