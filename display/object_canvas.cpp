@@ -385,6 +385,57 @@ void ObjectCanvas::Polyline(std::span<const QPointF> points, bool closed, const 
     StrokeRun(pen, cap, runPhase);
 }
 
+/// Collects the pixels of a line one pixel wide: along its longer axis one each, the nearest to it
+/// on the other. QPainter's own may lie one beside, and then leave holes between a polygon's inside
+/// and its outline.
+void ObjectCanvas::ThinLine(const QPointF &from, const QPointF &to) {
+    const auto pixel = [](double position) {
+        return static_cast<std::int64_t>(std::floor(position));
+    };
+    std::int64_t start = pixel(from.x());
+    std::int64_t end = pixel(to.x());
+    std::int64_t sideStart = pixel(from.y());
+    std::int64_t sideEnd = pixel(to.y());
+    const bool steep = std::abs(sideEnd - sideStart) > std::abs(end - start);
+    if (steep) {
+        std::swap(start, sideStart);
+        std::swap(end, sideEnd);
+    }
+    if (start > end) {
+        std::swap(start, end);
+        std::swap(sideStart, sideEnd);
+    }
+    const std::int64_t length = std::max<std::int64_t>(1, end - start);
+    const std::int64_t first = std::max<std::int64_t>(start, steep ? m_clip.top() : m_clip.left());
+    const std::int64_t last = std::min<std::int64_t>(end, steep ? m_clip.bottom() : m_clip.right());
+    // The other coordinate is floor(sum / whole), which rounds to nearest.
+    const std::int64_t whole = 2 * length;
+    const std::int64_t rise = 2 * (sideEnd - sideStart);
+    const std::int64_t sum = (first - start) * rise + length;
+    std::int64_t side = sideStart + sum / whole;
+    std::int64_t rest = sum % whole;
+    std::vector<QPoint> &pixels = m_storage.pixels;
+    for (std::int64_t i = first; i <= last; ++i) {
+        if (rest >= whole) {
+            rest -= whole;
+            ++side;
+        } else if (rest < 0) {
+            rest += whole;
+            --side;
+        }
+        pixels.emplace_back(static_cast<int>(steep ? side : i), static_cast<int>(steep ? i : side));
+        rest += rise;
+    }
+    if (pixels.size() >= MAX_BATCH)
+        DrawPixels();
+}
+
+void ObjectCanvas::DrawPixels() {
+    std::vector<QPoint> &pixels = m_storage.pixels;
+    m_painter.drawPoints(pixels.data(), static_cast<int>(pixels.size()));
+    pixels.clear();
+}
+
 /// Draws the collected part of a polyline and forgets it.
 void ObjectCanvas::StrokeRun(const Pen &pen, Qt::PenCapStyle cap, double phase) {
     std::vector<QPointF> &run = m_storage.run;
@@ -397,7 +448,13 @@ void ObjectCanvas::StrokeRun(const Pen &pen, Qt::PenCapStyle cap, double phase) 
         if (pen.style != PS_SOLID)
             line.setDashOffset(std::fmod(phase, DASH_PERIOD));
         m_painter.setPen(line);
-        m_painter.drawPolyline(run.data(), static_cast<int>(run.size()));
+        if (pen.style == PS_SOLID && pen.width <= 1) {
+            for (std::size_t i = 1; i < run.size(); ++i)
+                ThinLine(run[i - 1], run[i]);
+            DrawPixels();
+        } else {
+            m_painter.drawPolyline(run.data(), static_cast<int>(run.size()));
+        }
     }
     run.clear();
 }

@@ -58,6 +58,7 @@ struct TextStyle {
 struct CanvasStorage {
     std::vector<QRect> fills;     ///< Not drawn yet; all of one colour.
     std::vector<QPointF> points;  ///< An object's points on the screen.
+    std::vector<QPoint> pixels;   ///< Of thin lines.
     std::vector<QPointF> run;     ///< The visible part of a polyline.
     std::vector<QPointF> clipped; ///< A polygon cut to what can be painted.
     std::vector<QPointF> cutting; ///< The same, while it is cut.
@@ -119,6 +120,8 @@ public:
 private:
     void Flush();
     void FillRow(int y, int left, int right, COLORREF colour);
+    void ThinLine(const QPointF &from, const QPointF &to);
+    void DrawPixels();
     void StrokeRun(const Pen &pen, Qt::PenCapStyle cap, double phase);
     void FillInside(std::span<const QPointF> points, const QBrush &brush);
     void SetFont(const TextStyle &style);
