@@ -56,6 +56,8 @@ struct TextStyle {
 
 /// Storage of a canvas. Whoever draws frame after frame keeps it, so that none allocates.
 struct CanvasStorage {
+    static constexpr std::size_t MAX_BATCH = 4096; ///< Of what is drawn in one call.
+
     std::vector<QRect> fills;     ///< Not drawn yet; all of one colour.
     std::vector<QPointF> points;  ///< An object's points on the screen.
     std::vector<QPoint> pixels;   ///< Of thin lines.
@@ -138,6 +140,11 @@ private:
     int m_fontSize = 0;     ///< 0: not made yet.
     int m_fontFlags = 0;
 };
+
+QColor ToQColor(COLORREF colour);
+
+/// False for positions far outside every screen, where QPainter's rasteriser loses its footing.
+bool IsReachable(const QPointF &position);
 
 /// Appends points of the ellipse with the given half axes, counter-clockwise from start to end,
 /// dense enough that the lines between them look like the curve. 0 degrees is at the right.
