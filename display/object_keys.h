@@ -11,29 +11,28 @@
 /// values do not count. A key may stand several times: the points of a polygon are one "POINT="
 /// each, in order. In a "TEXT=" value ";" and "%" are written %3B and %25.
 ///
-/// | class | keys beside STROKE_COLOR, PEN_WIDTH, PEN_STYLE |
-/// |---|---|
-/// | CDrawPointObj | SHAPE=POINT, POINT |
-/// | CDrawCrossPointObj | SHAPE=CROSS_POINT, POINT, SIZE |
-/// | CDrawLineObj, CDrawReticleLineObj | SHAPE=LINE or RETICLE_LINE, START, END |
-/// | CDrawHStyleLineObj | SHAPE=H_STYLE_LINE, START, END, TICK |
-/// | CDrawArrowLineObj | SHAPE=ARROW_LINE, START, END, HEAD, HEADS |
-/// | CDrawRectObj, CFillRectObj | SHAPE=RECTANGLE or FILL_RECTANGLE, POINT, SIZE |
-/// | CDrawEllipseObj, CFillEllipseObj | SHAPE=ELLIPSE or FILL_ELLIPSE, POINT, SIZE |
-/// | CDrawPolylineObj, CDrawPolygonObj, CFillPolygonObj | SHAPE=POLYLINE, POLYGON or FILL_POLYGON,
-/// POINT... | | CFillHatchPolygonObj | SHAPE=HATCH_POLYGON, HATCH, POINT... | | CDrawTextObj |
-/// SHAPE=TEXT, POINT, TEXT_COLOR (in place of STROKE_COLOR), FONT_SIZE, FONT_FACE, FONT_FLAGS, TEXT
-/// |
+/// SHAPE=... and its keys, beside STROKE_COLOR, PEN_WIDTH and PEN_STYLE:
 ///
-/// The measurement objects have TEXT_COLOR and FONT_SIZE as well:
+///     POINT                            POINT
+///     CROSS_POINT                      POINT, SIZE (the arms)
+///     LINE, RETICLE_LINE               START, END
+///     H_STYLE_LINE                     START, END, TICK
+///     ARROW_LINE                       START, END, HEAD (length, breadth), HEADS
+///     RECTANGLE, FILL_RECTANGLE,
+///     ELLIPSE, FILL_ELLIPSE            POINT, SIZE
+///     POLYLINE, POLYGON, FILL_POLYGON  POINT...
+///     HATCH_POLYGON                    POINT..., HATCH
+///     TEXT                             POINT, TEXT_COLOR, FONT_SIZE, FONT_FACE, FONT_FLAGS, TEXT;
+///                                      no pen
 ///
-/// | class | keys; results, in parentheses, are ignored when they are set |
-/// |---|---|
-/// | CMeasurePointObj | SHAPE=MEASURE_POINT, POINT |
-/// | CMeasureDistanceObj | SHAPE=MEASURE_DISTANCE, START, END, (DISTANCE) |
-/// | CMeasureCycleObj | SHAPE=MEASURE_CYCLE, CENTER, DIAMETER, RADIUS, START Angle, END Angle,
-/// (LENGTH), (AREA) | | CMeasurePolylineObj | SHAPE=MEASURE_POLYLINE, POINT..., (LENGTH) | |
-/// CMeasurePolygonObj | SHAPE=MEASURE_POLYGON, POINT..., (LENGTH), (AREA) |
+/// The measurement objects have TEXT_COLOR and FONT_SIZE as well. Results, in parentheses, are
+/// ignored when they are set:
+///
+///     MEASURE_POINT     POINT
+///     MEASURE_DISTANCE  START, END, (DISTANCE)
+///     MEASURE_CYCLE     CENTER, DIAMETER, RADIUS, START Angle, END Angle, (LENGTH), (AREA)
+///     MEASURE_POLYLINE  POINT..., (LENGTH)
+///     MEASURE_POLYGON   POINT..., (LENGTH), (AREA)
 ///
 /// Setting a list changes what differs from the object's own list, so an object's own list changes
 /// nothing. SHAPE and unknown keys are ignored; a damaged value, one out of range or not a number,
@@ -45,7 +44,6 @@
 #include "TAVIX20/platform/types.h"
 
 #include <cstdint>
-#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
