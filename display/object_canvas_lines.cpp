@@ -66,7 +66,7 @@ struct Part {
             return;
         }
         const auto [first, last] =
-            std::minmax((REACH_LOW - from) / (to - from), (REACH_HIGH - from) / (to - from));
+            std::minmax({(REACH_LOW - from) / (to - from), (REACH_HIGH - from) / (to - from)});
         begin = std::max(begin, first);
         end = std::min(end, last);
     }
