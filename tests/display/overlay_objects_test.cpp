@@ -217,7 +217,7 @@ TEST(OverlayObjectsTest, StopAtTheEndsOfTheCoordinateRange) {
             if (object.GetHandleCount() > 2) {
                 EXPECT_EQ(bounds.Size(), size); // Kept its form.
             }
-            object.HitTest(CPoint(-far.x, 0));
+            object.HitTest(CPoint(far.y, 0));
             object.MoveHandleTo(2, {INT_MAX, INT_MAX});
             object.SetStyle(INT_MAX, PS_DOT, 0);
             for (double zoom : {0.05, 25.0})
