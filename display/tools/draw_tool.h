@@ -23,7 +23,7 @@ inline constexpr unsigned MK_CONTROL = 0x0008;
 namespace tavix {
 
 /// What all tools of the process share.
-struct ToolState {
+struct TAVIX_API ToolState {
     int currentTool = SELECT; ///< The global current tool.
     CPoint press;             ///< The press point and the last point; client coordinates.
     CPoint last;
