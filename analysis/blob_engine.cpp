@@ -24,9 +24,10 @@ bool IsWhole(const BlobSource &source) {
 /// down.
 class LonePixels {
 public:
-    LonePixels(const PixelClass &neighbours, int width, int height)
+    LonePixels(const PixelClass &neighbours, int width, int height, int firstY)
         : m_neighbours(neighbours),
           m_height(height),
+          m_next(firstY - 1),
           m_above(WordsOf(width)),
           m_here(WordsOf(width)),
           m_below(WordsOf(width)) {}
@@ -54,7 +55,7 @@ public:
 private:
     const PixelClass &m_neighbours;
     int m_height;
-    int m_next = -1; ///< The row that comes next; the rows held end before it.
+    int m_next; ///< The row that comes next; the rows held end before it.
     std::vector<std::uint64_t> m_above;
     std::vector<std::uint64_t> m_here;
     std::vector<std::uint64_t> m_below;
@@ -72,41 +73,77 @@ std::optional<int> InMemory(BlobMemory &memory, Operation operation) {
     }
 }
 
-/// All seeds of the area, with traces that stop at a number of pixels. As long as none was stopped,
-/// visited seeds are passed over: they have neighbours of the class.
+/// Traces that stop at a number of pixels. Each class pixel of the area is a seed, visited or not.
+/// As long as no trace was stopped, the visited ones are of no result and are passed over.
 template <typename Take>
 int WalkCapped(const BlobSource &source, const CountBounds &bounds, BlobWalker &walker, Take take) {
     const SeedArea &area = source.area;
-    // Only another rule for neighbours can make a blob of a visited seed.
-    const bool mayRepeat = source.neighbours && bounds.minCount <= 1;
-    std::optional<LonePixels> lone;
-    std::vector<std::uint64_t> loneBits(WordsOf(source.width));
-    if (mayRepeat)
-        lone.emplace(*source.neighbours, source.width, source.height);
-    bool wasStopped = false;
+    const std::size_t wordCount = WordsOf(source.width);
+    std::vector<std::uint64_t> seeds(wordCount);
+    std::vector<std::uint64_t> lone(wordCount);
+    std::optional<LonePixels> keepLone;
     int count = 0;
-    for (int y = area.y1; y <= area.y2; ++y) {
-        if (lone) {
-            std::ranges::fill(loneBits, ~std::uint64_t{0});
-            lone->Keep(y, loneBits.data());
+    const auto takeTrace = [&](const BlobTrace &blob, bool isLone) {
+        if (blob.IsOnePoint() ? bounds.minCount == 1 && isLone
+                              : bounds.minCount <= blob.pixelCount) {
+            take(walker.Points(blob));
+            ++count;
         }
-        const auto nextSeed = [&](int x) {
-            return wasStopped || mayRepeat ? walker.FindOfClass(x, y) : walker.FindUnvisited(x, y);
-        };
-        for (int x = nextSeed(area.x1); x <= area.x2; x = nextSeed(x + 1)) {
-            const BlobTrace blob = walker.Trace(x, y, bounds.maxCount);
-            wasStopped = wasStopped || blob.pixelCount == bounds.maxCount;
-            const bool hasNeighbour =
-                lone ? (loneBits[static_cast<std::size_t>(x) / WORD_BITS] >> x % WORD_BITS & 1) == 0
-                     : walker.HasNeighbour(x, y);
-            const bool isTaken = blob.IsOnePoint() ? bounds.minCount == 1 && !hasNeighbour
-                                                   : bounds.minCount <= blob.pixelCount;
-            if (isTaken) {
+    };
+    // Only another rule for neighbours can make a blob of a visited seed.
+    bool isAnySeed = source.neighbours && bounds.minCount == 1;
+    for (int y = area.y1; y <= area.y2; ++y) {
+        int x1 = area.x1;
+        if (!isAnySeed) {
+            walker.ForEachUnvisited(y, area.x1, area.x2, [&](int x, bool isLone) {
+                const BlobTrace blob = walker.Trace(x, y, bounds.maxCount);
+                if (blob.pixelCount == bounds.maxCount)
+                    isAnySeed = true;
+                takeTrace(blob, isLone);
+                x1 = x + 1;
+                return !isAnySeed;
+            });
+            if (!isAnySeed)
+                continue;
+        }
+        if (!keepLone)
+            keepLone.emplace(source.neighbours ? *source.neighbours : source.pixels, source.width,
+                             source.height, y);
+        source.pixels.MarkRow(y, seeds.data());
+        KeepSpan(seeds.data(), wordCount, x1, area.x2);
+        lone = seeds;
+        keepLone->Keep(y, lone.data());
+        ForEachBit(seeds.data(), wordCount, [&](int x) {
+            const bool isLone =
+                (lone[static_cast<std::size_t>(x) / WORD_BITS] >> x % WORD_BITS & 1) != 0;
+            takeTrace(walker.Trace(x, y, bounds.maxCount), isLone);
+        });
+    }
+    return count;
+}
+
+/// Whole traces. A visited seed would only be refused, so it is passed over.
+template <typename Take>
+int WalkWhole(const BlobSource &source, const SizeBounds &bounds, BlobWalker &walker, Take take) {
+    const SeedArea &area = source.area;
+    int count = 0;
+    for (int y = area.y1; y <= area.y2; ++y)
+        walker.ForEachUnvisited(y, area.x1, area.x2, [&](int x, bool isLone) {
+            const POINT point{x, y};
+            if (isLone && !bounds.TakesOnePixel())
+                return true;
+            if (isLone) {
+                take(std::span(&point, 1));
+                ++count;
+                return true;
+            }
+            const BlobTrace blob = walker.Trace(x, y, NO_CAP);
+            if (bounds.Accept(long{blob.right} - blob.left, long{blob.bottom} - blob.top)) {
                 take(walker.Points(blob));
                 ++count;
             }
-        }
-    }
+            return true;
+        });
     return count;
 }
 
@@ -171,7 +208,7 @@ std::optional<int> ListSeeds(const BlobSource &source, const SizeBounds &bounds,
     std::vector<bool> isListed(components.size(), false);
     std::optional<LonePixels> lone;
     if (source.neighbours && bounds.TakesOnePixel())
-        lone.emplace(*source.neighbours, source.width, source.height);
+        lone.emplace(*source.neighbours, source.width, source.height, source.area.y1);
     // Where blobs begin in the row, in order.
     std::vector<std::pair<int, std::uint32_t>> firsts;
     std::vector<_stBlobRect> records;
@@ -242,24 +279,7 @@ std::optional<int> CollectBlobs(const BlobSource &source, const SizeBounds &boun
                                 BlobMemory &memory, const TakePoints &take) {
     return InMemory(memory, [&](BlobScratch &scratch) {
         BlobWalker walker(source.pixels, source.width, source.height, scratch.walk);
-        const SeedArea &area = source.area;
-        int count = 0;
-        // Traces are not stopped here, so a visited seed would only be refused: it is passed over,
-        // and a trace of one pixel has no neighbour of the class.
-        for (int y = area.y1; y <= area.y2; ++y)
-            for (int x = walker.FindUnvisited(area.x1, y); x <= area.x2;
-                 x = walker.FindUnvisited(x + 1, y)) {
-                const BlobTrace blob = walker.Trace(x, y, NO_CAP);
-                const bool isTaken =
-                    blob.IsOnePoint()
-                        ? bounds.TakesOnePixel()
-                        : bounds.Accept(long{blob.right} - blob.left, long{blob.bottom} - blob.top);
-                if (isTaken) {
-                    take(walker.Points(blob));
-                    ++count;
-                }
-            }
-        return count;
+        return WalkWhole(source, bounds, walker, take);
     });
 }
 
@@ -279,7 +299,7 @@ bool CollectPiece(const PixelClass &pixels, int width, int height, const POINT &
                   BlobMemory &memory, const TakePoints &take) {
     const auto count = InMemory(memory, [&](BlobScratch &scratch) {
         BlobWalker walker(pixels, width, height, scratch.walk);
-        if (!walker.IsOfClass(seed.x, seed.y))
+        if (!walker.IsUnvisited(seed.x, seed.y))
             return 0;
         take(walker.Points(walker.Trace(seed.x, seed.y, maxCount > 0 ? maxCount : NO_CAP)));
         return 1;

@@ -3,214 +3,194 @@
 #include <algorithm>
 #include <bit>
 
-namespace tavix {
+#undef HWY_TARGET_INCLUDE
+#define HWY_TARGET_INCLUDE "TAVIX20/analysis/blob_walker.cpp"
+#include <hwy/foreach_target.h>
+#include <hwy/highway.h>
 
-namespace {
+HWY_BEFORE_NAMESPACE();
+namespace tavix::HWY_NAMESPACE {
 
-/// Points for which there is room at first.
-constexpr std::size_t FIRST_ROOM = 1024;
+namespace hn = hwy::HWY_NAMESPACE;
+using Word = std::uint64_t;
+using Stretch = BlobWalker::Stretch;
 
-std::size_t WordOf(int x) {
-    return static_cast<std::size_t>(x) / WORD_BITS;
+/// The bits of WORD_BITS pixels from x on.
+HWY_INLINE Word BitsFrom(const Word *row, int x) {
+    const Word *const word = row + static_cast<unsigned>(x) / WORD_BITS;
+    const unsigned bit = static_cast<unsigned>(x) % WORD_BITS;
+    return word[0] >> bit | word[1] << 1 << (WORD_BITS - 1 - bit);
 }
 
-std::uint64_t BitOf(int x) {
-    return std::uint64_t{1} << x % WORD_BITS;
-}
-
-/// The bits of a word from this one up, and up to this one.
-std::uint64_t FromBit(int x) {
-    return ~std::uint64_t{0} << x % WORD_BITS;
-}
-std::uint64_t UpToBit(int x) {
-    return ~std::uint64_t{0} >> (WORD_BITS - 1 - x % WORD_BITS);
-}
-
-} // namespace
-
-BlobWalker::BlobWalker(const PixelClass &pixels, int width, int height, Scratch &scratch)
-    : m_scratch(scratch), m_wordCount(WordsOf(width)), m_width(width) {
-    Map &ofClass = scratch.ofClass;
-    ofClass.resize(m_wordCount * (static_cast<std::size_t>(height) + 2));
-    std::fill_n(ofClass.begin(), m_wordCount, 0);
-    for (int y = 0; y < height; ++y)
-        pixels.MarkRow(y, ofClass.data() + RowAt(y));
-    std::fill_n(ofClass.end() - static_cast<std::ptrdiff_t>(m_wordCount), m_wordCount, 0);
-    scratch.unvisited = ofClass;
-    scratch.points.resize(std::max<std::size_t>(scratch.points.size(), FIRST_ROOM));
-}
-
-bool BlobWalker::IsSet(const Map &map, int x, int y) const {
-    return (map[RowAt(y) + WordOf(x)] & BitOf(x)) != 0;
-}
-
-bool BlobWalker::HasNeighbourIn(const Map &map, int x, int y) const {
-    return (x > 0 && IsSet(map, x - 1, y)) || (x + 1 < m_width && IsSet(map, x + 1, y)) ||
-           IsSet(map, x, y - 1) || IsSet(map, x, y + 1);
-}
-
-int BlobWalker::Find(const Map &map, int x, int y) const {
-    if (x >= m_width)
-        return m_width;
-    const std::uint64_t *const row = map.data() + RowAt(y);
-    std::size_t word = WordOf(x);
-    std::uint64_t bits = row[word] & FromBit(x);
-    while (bits == 0 && ++word < m_wordCount)
-        bits = row[word];
-    return bits == 0 ? m_width : static_cast<int>(word) * WORD_BITS + std::countr_zero(bits);
-}
-
-/// Whether the pixel was unvisited, which it is no longer.
-bool BlobWalker::TakeOne(int x, int y) {
-    std::uint64_t &word = m_scratch.unvisited[RowAt(y) + WordOf(x)];
-    const bool isUnvisited = (word & BitOf(x)) != 0;
-    word &= ~BitOf(x);
-    return isUnvisited;
+/// As many set bits, up to a whole word.
+HWY_INLINE Word Ones(int count) {
+    return ~Word{0} >> (WORD_BITS - count);
 }
 
 /// How many unvisited pixels follow each other to the left of x.
-int BlobWalker::UnvisitedToTheLeft(int x, int y) const {
-    const std::uint64_t *const row = m_scratch.unvisited.data() + RowAt(y);
-    int count = 0;
-    for (int at = x - 1; at >= 0;) {
-        const int available = at % WORD_BITS + 1;
-        const int ones = std::countl_one(row[WordOf(at)] << (WORD_BITS - available));
-        count += ones;
-        if (ones < available)
-            break;
-        at -= available;
-    }
+HWY_INLINE int CountToTheLeft(const Word *row, int x) {
+    // The word that ends before x; row - 1 is the empty word of the row before.
+    int count = std::countl_one(BitsFrom(row - 1, x));
+    for (int more = count; HWY_UNLIKELY(more == WORD_BITS); count += more)
+        more = std::countl_one(BitsFrom(row - 1, x - count));
     return count;
 }
 
-int BlobWalker::UnvisitedToTheRight(int x, int y) const {
-    const std::uint64_t *const row = m_scratch.unvisited.data() + RowAt(y);
-    int count = 0;
-    for (int at = x + 1; at < m_width;) {
-        const int available = WORD_BITS - at % WORD_BITS;
-        const int ones = std::countr_one(row[WordOf(at)] >> at % WORD_BITS);
-        count += ones;
-        if (ones < available)
-            break;
-        at += available;
-    }
+HWY_INLINE int CountToTheRight(const Word *row, int x) {
+    int count = std::countr_one(BitsFrom(row, x + 1));
+    for (int more = count; HWY_UNLIKELY(more == WORD_BITS); count += more)
+        more = std::countr_one(BitsFrom(row, x + 1 + count));
     return count;
 }
 
-void BlobWalker::ClearSpan(int y, int first, int last) {
-    std::uint64_t *const row = m_scratch.unvisited.data() + RowAt(y);
-    const std::size_t lastWord = WordOf(last);
-    std::size_t word = WordOf(first);
-    if (word == lastWord) {
-        row[word] &= ~(FromBit(first) & UpToBit(last));
-        return;
+HWY_INLINE void ClearSpan(Word *row, int first, int count) {
+    Word *word = row + static_cast<unsigned>(first) / WORD_BITS;
+    const unsigned bit = static_cast<unsigned>(first) % WORD_BITS;
+    for (; HWY_UNLIKELY(count > WORD_BITS); ++word, count -= WORD_BITS) {
+        word[0] &= ~(~Word{0} << bit);
+        word[1] &= ~(~Word{0} >> 1 >> (WORD_BITS - 1 - bit));
     }
-    row[word] &= ~FromBit(first);
-    while (++word < lastWord)
-        row[word] = 0;
-    row[word] &= ~UpToBit(last);
+    word[0] &= ~(Ones(count) << bit);
+    word[1] &= ~(Ones(count) >> 1 >> (WORD_BITS - 1 - bit));
 }
 
-/// The pixel of the stretch nearest to its end, which does not count, with an unvisited one above
-/// or below.
-bool BlobWalker::FindBranch(const Scratch::Stretch &stretch, int &x) const {
-    const std::uint64_t *const above = m_scratch.unvisited.data() + RowAt(stretch.y - 1);
-    const std::uint64_t *const below = m_scratch.unvisited.data() + RowAt(stretch.y + 1);
+/// Points that are written at once; so many more may be written than there are.
+constexpr int POINTS_AT_ONCE = 16;
+
+/// Writes count points from (x, y) on to the left or right.
+HWY_INLINE void WritePoints(POINT *points, int x, int y, int step, int count) {
+    const hn::CappedTag<std::int32_t, 16> d;
+    const int lanes = static_cast<int>(hn::Lanes(d));
+    const auto lane = hn::Iota(d, 0);
+    const auto isY = hn::Eq(hn::And(lane, hn::Set(d, 1)), hn::Set(d, 1));
+    const auto sign = hn::Set(d, step >> 1); // -1 or 0.
+    const auto across = hn::Sub(hn::Xor(hn::ShiftRight<1>(lane), sign), sign);
+    auto next = hn::IfThenElse(isY, hn::Set(d, y), hn::Add(hn::Set(d, x), across));
+    const auto stride = hn::IfThenZeroElse(isY, hn::Set(d, step * (lanes / 2)));
+    auto *to = reinterpret_cast<std::int32_t *>(points);
+    do {
+        for (int i = 0; i < 2 * POINTS_AT_ONCE; i += lanes, next = hn::Add(next, stride))
+            hn::StoreU(next, d, to + i);
+        to += 2 * POINTS_AT_ONCE;
+        count -= POINTS_AT_ONCE;
+    } while (HWY_UNLIKELY(count > 0));
+}
+
+/// The pixel of the stretch nearest to its end with an unvisited one above or below.
+HWY_INLINE bool FindBranch(const Word *above, const Word *below, const Stretch &stretch, int &x) {
+    const auto isAbout = [&](int first) { return BitsFrom(above, first) | BitsFrom(below, first); };
     if (stretch.from > stretch.to) {
-        const int first = stretch.to + 1;
-        std::uint64_t limit = FromBit(first);
-        for (std::size_t word = WordOf(first); word <= WordOf(stretch.from); ++word) {
-            const std::uint64_t bits = (above[word] | below[word]) & limit;
-            limit = ~std::uint64_t{0};
-            if (bits != 0) {
-                x = static_cast<int>(word) * WORD_BITS + std::countr_zero(bits);
-                return x <= stretch.from;
-            }
-        }
-    } else if (stretch.from < stretch.to) {
-        const int last = stretch.to - 1;
-        std::uint64_t limit = UpToBit(last);
-        for (std::size_t word = WordOf(last) + 1; word-- > WordOf(stretch.from);) {
-            const std::uint64_t bits = (above[word] | below[word]) & limit;
-            limit = ~std::uint64_t{0};
-            if (bits != 0) {
-                x = static_cast<int>(word) * WORD_BITS + WORD_BITS - 1 - std::countl_zero(bits);
-                return x >= stretch.from;
-            }
+        for (int first = stretch.to;; first += WORD_BITS) {
+            const int count = std::min(stretch.from - first + 1, WORD_BITS);
+            const Word bits = isAbout(first) & Ones(count);
+            x = first + std::countr_zero(bits);
+            if (bits != 0 || HWY_LIKELY(first + count > stretch.from))
+                return bits != 0;
         }
     }
-    return false;
+    for (int last = stretch.to;; last -= WORD_BITS) {
+        const int first = std::max(last - WORD_BITS + 1, stretch.from);
+        const Word bits = isAbout(first) & Ones(last - first + 1);
+        x = first + WORD_BITS - 1 - std::countl_zero(bits);
+        if (bits != 0 || HWY_LIKELY(first == stretch.from))
+            return bits != 0;
+    }
 }
 
-/// Goes back from the end of the last stretch, where nothing is left, to the nearest pixel with an
-/// unvisited neighbour; false when there is none.
-bool BlobWalker::StepBack(int &x, int &y) {
-    std::vector<Scratch::Stretch> &way = m_scratch.way;
-    while (true) {
-        if (FindBranch(way.back(), x)) {
-            way.back().to = x;
-            return true;
+template <typename T>
+HWY_INLINE void MakeRoom(std::vector<T> &items, std::size_t size) {
+    if (HWY_UNLIKELY(size > items.size()))
+        items.resize(2 * size);
+}
+
+BlobTrace TraceBlob(BlobWalker::Scratch &scratch, int seedX, int seedY, std::int64_t maxCount) {
+    PixelMap &map = scratch.unvisited;
+    const std::ptrdiff_t stride = map.Row(1) - map.Row(0);
+    BlobTrace blob{0, seedX, seedY, seedX, seedY};
+    std::size_t wayLength = 0;
+    int y = seedY;
+    Word *row = map.Row(y);
+    // Takes a pixel and, as far as they are unvisited, those on one side.
+    const auto take = [&](int x, int step, int others) {
+        const auto count =
+            static_cast<int>(std::min<std::int64_t>(others + 1, maxCount - blob.pixelCount));
+        MakeRoom(scratch.points,
+                 static_cast<std::size_t>(blob.pixelCount + count) + POINTS_AT_ONCE);
+        WritePoints(scratch.points.data() + blob.pixelCount, x, y, step, count);
+        blob.pixelCount += count;
+        const int end = x + step * (count - 1);
+        const int left = std::min(x, end);
+        ClearSpan(row, left, count);
+        blob.left = std::min(blob.left, left);
+        blob.right = std::max(blob.right, std::max(x, end));
+        return end;
+    };
+    for (int x = seedX;;) {
+        const int toTheLeft = CountToTheLeft(row, x);
+        const int toTheRight = CountToTheRight(row, x);
+        Stretch last{y, x, 0};
+        last.to = toTheLeft > 0 ? take(x, -1, toTheLeft) : take(x, 1, toTheRight);
+        blob.top = std::min(blob.top, y);
+        blob.bottom = std::max(blob.bottom, y);
+        if (blob.pixelCount >= maxCount)
+            return blob;
+        while (true) {
+            const bool isFound = FindBranch(row - stride, row + stride, last, x);
+            if (isFound && (x != last.from || last.from <= last.to))
+                break;
+            if (last.from > last.to) {
+                // Back where the row was entered.
+                const int others = CountToTheRight(row, last.from);
+                if (others > 0) {
+                    last.to = take(last.from + 1, 1, others - 1);
+                    if (blob.pixelCount >= maxCount)
+                        return blob;
+                    continue;
+                }
+                if (isFound)
+                    break;
+            }
+            if (wayLength == 0)
+                return blob;
+            last = scratch.way[--wayLength];
+            y = last.y;
+            row = map.Row(y);
         }
-        way.pop_back();
-        if (way.empty())
-            return false;
-        x = way.back().to;
-        y = way.back().y;
-        if (HasNeighbourIn(m_scratch.unvisited, x, y))
-            return true;
+        MakeRoom(scratch.way, wayLength + 1);
+        scratch.way[wayLength++] = {y, last.from, x};
+        const bool isUp = (BitsFrom(row - stride, x) & 1) != 0;
+        y += isUp ? -1 : 1;
+        row += isUp ? -stride : stride;
     }
+}
+
+} // namespace tavix::HWY_NAMESPACE
+HWY_AFTER_NAMESPACE();
+
+#if HWY_ONCE
+namespace tavix {
+
+HWY_EXPORT(TraceBlob);
+
+void PixelMap::Mark(const PixelClass &pixels, int width, int height) {
+    m_stride = WordsOf(width) + 1;
+    m_words.resize(m_stride * (static_cast<std::size_t>(height) + 2));
+    std::fill_n(Row(-1), m_stride, 0);
+    for (int y = 0; y < height; ++y) {
+        pixels.MarkRow(y, Row(y));
+        Row(y)[m_stride - 1] = 0;
+    }
+    std::fill_n(Row(height), m_stride, 0);
+}
+
+BlobWalker::BlobWalker(const PixelClass &pixels, int width, int height, Scratch &scratch)
+    : m_scratch(scratch) {
+    scratch.unvisited.Mark(pixels, width, height);
 }
 
 BlobTrace BlobWalker::Trace(int seedX, int seedY, std::int64_t maxCount) {
-    BlobTrace blob{1, seedX, seedY, seedX, seedY};
-    int x = seedX;
-    int y = seedY;
-    std::vector<POINT> &points = m_scratch.points;
-    points[0] = {x, y};
-    TakeOne(x, y);
-    m_scratch.way.assign(1, {y, x, x});
-    // Takes count pixels from x on to the left or right.
-    const auto takeAcross = [&](int available, int step) {
-        const int count =
-            static_cast<int>(std::min<std::int64_t>(available, maxCount - blob.pixelCount));
-        const auto size = static_cast<std::size_t>(blob.pixelCount);
-        if (size + static_cast<std::size_t>(count) > points.size())
-            points.resize(2 * points.size() + static_cast<std::size_t>(count));
-        m_scratch.way.push_back({y, x + step, x + count * step});
-        POINT *point = points.data() + size;
-        for (int i = 0; i < count; ++i)
-            *point++ = {x += step, y};
-        blob.pixelCount += count;
-    };
-    const auto takeOneDown = [&](int step) {
-        y += step;
-        if (static_cast<std::size_t>(blob.pixelCount) == points.size())
-            points.resize(2 * points.size());
-        points[static_cast<std::size_t>(blob.pixelCount++)] = {x, y};
-        m_scratch.way.push_back({y, x, x});
-    };
-    while (blob.pixelCount < maxCount) {
-        if (const int toTheLeft = UnvisitedToTheLeft(x, y); toTheLeft > 0) {
-            const int right = x - 1;
-            takeAcross(toTheLeft, -1);
-            ClearSpan(y, x, right);
-            blob.left = std::min(blob.left, x);
-        } else if (const int toTheRight = UnvisitedToTheRight(x, y); toTheRight > 0) {
-            const int left = x + 1;
-            takeAcross(toTheRight, 1);
-            ClearSpan(y, left, x);
-            blob.right = std::max(blob.right, x);
-        } else if (TakeOne(x, y - 1)) {
-            takeOneDown(-1);
-            blob.top = std::min(blob.top, y);
-        } else if (TakeOne(x, y + 1)) {
-            takeOneDown(1);
-            blob.bottom = std::max(blob.bottom, y);
-        } else if (!StepBack(x, y)) {
-            break;
-        }
-    }
-    return blob;
+    return HWY_DYNAMIC_DISPATCH(TraceBlob)(m_scratch, seedX, seedY, maxCount);
 }
 
 } // namespace tavix
+#endif

@@ -5,15 +5,16 @@
 /// visited is taken. When there is none the walk steps back to the pixel it came from; at the seed
 /// it ends.
 ///
-/// Pixels are bits here, one map of the class and one of what is unvisited. A walk that goes left
-/// goes on left as long as it can, and so to the right; so whole stretches are taken at once, and
-/// the way back is a stack of stretches, not a note on each pixel. On the way back along a stretch
-/// only what lies above and below can be left to visit, and the nearest such pixel is found by its
-/// bit.
+/// Pixels are bits here, in a map of what is unvisited. A walk that comes to a row goes on to the
+/// left as long as it can, or else to the right; so whole stretches are taken at once, and the way
+/// back is a stack of stretches, not a note on each pixel. On the way back along a stretch only
+/// what lies above and below can be left to visit, and the nearest such pixel is found by its bit.
+/// Only where the walk came to the row and went left, what is on the right comes before that.
 #pragma once
 
 #include "TAVIX20/analysis/pixel_class.h"
 
+#include <bit>
 #include <cstdint>
 #include <span>
 #include <vector>
@@ -31,35 +32,41 @@ struct BlobTrace {
     bool IsOnePoint() const { return pixelCount == 1; }
 };
 
+/// Rows of bits, each followed by an empty word, with an empty row above and below: what is looked
+/// for beyond an edge is not there.
+class PixelMap {
+public:
+    /// Sets the bits of the class. Throws std::bad_alloc.
+    void Mark(const PixelClass &pixels, int width, int height);
+    std::uint64_t *Row(int y) { return m_words.data() + RowAt(y); }
+    const std::uint64_t *Row(int y) const { return m_words.data() + RowAt(y); }
+
+private:
+    std::size_t RowAt(int y) const { return static_cast<std::size_t>(y + 1) * m_stride; }
+
+    std::vector<std::uint64_t> m_words;
+    std::size_t m_stride = 0;
+};
+
 class BlobWalker {
 public:
-    /// The memory of a walk, kept for the next one.
-    struct Scratch {
-        /// Pixels of a row that the walk took one after another.
-        struct Stretch {
-            int y;
-            int from;
-            int to;
-        };
-
-        std::vector<std::uint64_t> ofClass; ///< With an empty row above and below.
-        std::vector<std::uint64_t> unvisited;
-        std::vector<Stretch> way;
-        std::vector<POINT>
-            points; ///< Room for the pixels of a blob, and what is left of larger ones.
+    /// Pixels of a row from which the walk may have to go on, in the order in which it took them.
+    struct Stretch {
+        int y;
+        int from;
+        int to;
     };
 
-    /// Marks the pixels of the class. Throws std::bad_alloc.
+    /// The memory of a walk, kept for the next one.
+    struct Scratch {
+        PixelMap unvisited;
+        std::vector<Stretch> way;
+        /// Room for the pixels of a blob, and what is left of larger ones.
+        std::vector<POINT> points;
+    };
+
+    /// Marks the pixels of the class, which must last. This and a trace throw std::bad_alloc.
     BlobWalker(const PixelClass &pixels, int width, int height, Scratch &scratch);
-
-    bool IsOfClass(int x, int y) const { return IsSet(m_scratch.ofClass, x, y); }
-    /// True when a 4-neighbour inside the image is of the class.
-    bool HasNeighbour(int x, int y) const { return HasNeighbourIn(m_scratch.ofClass, x, y); }
-
-    /// The first pixel at or right of x in row y that is of the class, or unvisited; the image's
-    /// width when there is none.
-    int FindOfClass(int x, int y) const { return Find(m_scratch.ofClass, x, y); }
-    int FindUnvisited(int x, int y) const { return Find(m_scratch.unvisited, x, y); }
 
     /// Walks from the seed, visited before or not, until the blob or maxCount pixels are done.
     BlobTrace Trace(int seedX, int seedY, std::int64_t maxCount);
@@ -68,23 +75,40 @@ public:
         return {m_scratch.points.data(), static_cast<std::size_t>(last.pixelCount)};
     }
 
+    bool IsUnvisited(int x, int y) const {
+        return (m_scratch.unvisited.Row(y)[x / WORD_BITS] >> x % WORD_BITS & 1) != 0;
+    }
+    /// Calls seed(x, isLone) for the unvisited pixels of a row from x1 to x2, in order, except for
+    /// those that it has visited until then, and until it returns false. isLone says that no
+    /// neighbour was unvisited when the row was come to.
+    template <typename Seed>
+    void ForEachUnvisited(int y, int x1, int x2, Seed seed) const;
+
 private:
-    using Map = std::vector<std::uint64_t>;
-
-    std::size_t RowAt(int y) const { return static_cast<std::size_t>(y + 1) * m_wordCount; }
-    bool IsSet(const Map &map, int x, int y) const;
-    bool HasNeighbourIn(const Map &map, int x, int y) const;
-    int Find(const Map &map, int x, int y) const;
-    bool TakeOne(int x, int y);
-    int UnvisitedToTheLeft(int x, int y) const;
-    int UnvisitedToTheRight(int x, int y) const;
-    void ClearSpan(int y, int first, int last);
-    bool FindBranch(const Scratch::Stretch &stretch, int &x) const;
-    bool StepBack(int &x, int &y);
-
     Scratch &m_scratch;
-    std::size_t m_wordCount;
-    int m_width;
 };
+
+template <typename Seed>
+void BlobWalker::ForEachUnvisited(int y, int x1, int x2, Seed seed) const {
+    const std::uint64_t *const row = m_scratch.unvisited.Row(y);
+    const std::uint64_t *const above = m_scratch.unvisited.Row(y - 1);
+    const std::uint64_t *const below = m_scratch.unvisited.Row(y + 1);
+    for (int word = x1 / WORD_BITS; word <= x2 / WORD_BITS; ++word) {
+        std::uint64_t bits = row[word];
+        if (bits == 0)
+            continue;
+        const int base = word * WORD_BITS;
+        std::uint64_t wanted = SpanBits(base, x1, x2);
+        const std::uint64_t lone = ~(bits << 1 | row[word - 1] >> (WORD_BITS - 1) | bits >> 1 |
+                                     row[word + 1] << (WORD_BITS - 1) | above[word] | below[word]);
+        for (; (bits & wanted) != 0; bits = row[word]) {
+            const int bit = std::countr_zero(bits & wanted);
+            // Up to this one there are no more.
+            wanted &= ~std::uint64_t{1} << bit;
+            if (!seed(base + bit, (lone >> bit & 1) != 0))
+                return;
+        }
+    }
+}
 
 } // namespace tavix

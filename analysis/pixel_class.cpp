@@ -23,7 +23,8 @@ const std::uint8_t *RowOf(const CTavixImage &image, int y) {
     return image.GetImagePtr() + RowStride(image.GetBitCount(), image.GetWidth()) * y;
 }
 
-/// The bits of first to last within one word whose bit 0 is pixel base.
+} // namespace
+
 std::uint64_t SpanBits(std::int64_t base, int first, int last) {
     const std::int64_t from = std::max<std::int64_t>(first - base, 0);
     const std::int64_t to = std::min<std::int64_t>(last - base, WORD_BITS - 1);
@@ -31,8 +32,6 @@ std::uint64_t SpanBits(std::int64_t base, int first, int last) {
         return 0;
     return ~std::uint64_t{0} >> (WORD_BITS - 1 - (to - from)) << from;
 }
-
-} // namespace
 
 void KeepSpan(std::uint64_t *words, std::size_t wordCount, int first, int last) {
     for (std::size_t word = 0; word < wordCount; ++word)

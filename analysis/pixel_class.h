@@ -144,6 +144,8 @@ private:
     std::array<ByteBand, 3> m_bands;
 };
 
+/// The bits of first to last within a word whose bit 0 is pixel base.
+std::uint64_t SpanBits(std::int64_t base, int first, int last);
 /// Keeps the bits of first to last (limited to the row) and clears the others.
 void KeepSpan(std::uint64_t *words, std::size_t wordCount, int first, int last);
 
