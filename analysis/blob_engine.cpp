@@ -1,5 +1,6 @@
 #include "TAVIX20/analysis/blob_engine.h"
 
+#include "TAVIX20/analysis/blob_records.h"
 #include "TAVIX20/containers/blob_rect_array.h"
 
 #include <algorithm>
@@ -148,21 +149,11 @@ int WalkWhole(const BlobSource &source, const SizeBounds &bounds, BlobWalker &wa
 }
 
 bool Accept(const SizeBounds &bounds, const RunLabeling::Component &component) {
+    const RunLabeling::Box &box = component.box;
     const bool isOnePixel = component.pixelCount == 1;
-    const bool hasSize = bounds.Accept(long{component.right} - component.left,
-                                       long{component.bottom} - component.top);
+    const bool hasSize =
+        bounds.Accept(long{box.Right()} - box.Left(), long{box.Bottom()} - box.Top());
     return (isOnePixel & bounds.TakesOnePixel()) | (!isOnePixel & hasSize);
-}
-
-_stBlobRect RecordOf(const RunLabeling::Component &component) {
-    return {component.left,
-            component.top,
-            component.right,
-            component.bottom,
-            static_cast<long>(component.pixelCount),
-            0,
-            0,
-            {}};
 }
 
 /// Replaces the array's records by those of count blobs; false, and the array as it was, when
@@ -182,18 +173,16 @@ std::optional<int> ListComponents(const BlobSource &source, const SizeBounds &bo
                                   RunLabeling::Scratch &scratch, CBlobRectArray &blobs) {
     const RunLabeling labeling(source.pixels, source.width, source.height,
                                RunLabeling::Runs::Forgotten, scratch);
-    const auto components = labeling.Components();
     std::vector<std::uint32_t> &accepted = scratch.accepted;
-    accepted.resize(components.size() + 1);
-    std::size_t count = 0;
-    for (std::uint32_t i = 0; i < components.size(); ++i) {
-        accepted[count] = i;
-        count += static_cast<std::size_t>(labeling.IsWhole(i) & Accept(bounds, components[i]));
-    }
-    const std::uint32_t *next = accepted.data();
-    const auto blobCount = static_cast<int>(count);
-    const bool isFilled = Fill(blobs, blobCount, [&] { return RecordOf(components[*next++]); });
-    return isFilled ? std::optional(blobCount) : std::nullopt;
+    accepted.resize(labeling.Components().size() + 1);
+    const std::size_t size = ChooseComponents(labeling, bounds, accepted.data());
+    const auto count = static_cast<int>(size);
+    blobs.SetCount(count);
+    if (blobs.GetElementCount() != count)
+        return std::nullopt;
+    if (count > 0)
+        WriteRecords(labeling, accepted.data(), size, &blobs[0]);
+    return count;
 }
 
 /// Blobs in the order of their first pixels in the area, and among them the later pixels that are
@@ -227,7 +216,7 @@ std::optional<int> ListSeeds(const BlobSource &source, const SizeBounds &bounds,
         auto first = firsts.begin();
         const auto listFirst = [&] {
             if (Accept(bounds, components[first->second]))
-                records.push_back(RecordOf(components[first->second]));
+                WriteRecords(labeling, &first->second, 1, &records.emplace_back());
             ++first;
         };
         if (lone) {

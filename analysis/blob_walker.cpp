@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <cstring>
 
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "TAVIX20/analysis/blob_walker.cpp"
@@ -11,7 +12,6 @@
 HWY_BEFORE_NAMESPACE();
 namespace tavix::HWY_NAMESPACE {
 
-namespace hn = hwy::HWY_NAMESPACE;
 using Word = std::uint64_t;
 using Stretch = BlobWalker::Stretch;
 
@@ -59,19 +59,12 @@ constexpr int POINTS_AT_ONCE = 16;
 
 /// Writes count points from (x, y) on to the left or right.
 HWY_INLINE void WritePoints(POINT *points, int x, int y, int step, int count) {
-    const hn::CappedTag<std::int32_t, 16> d;
-    const int lanes = static_cast<int>(hn::Lanes(d));
-    const auto lane = hn::Iota(d, 0);
-    const auto isY = hn::Eq(hn::And(lane, hn::Set(d, 1)), hn::Set(d, 1));
-    const auto sign = hn::Set(d, step >> 1); // -1 or 0.
-    const auto across = hn::Sub(hn::Xor(hn::ShiftRight<1>(lane), sign), sign);
-    auto next = hn::IfThenElse(isY, hn::Set(d, y), hn::Add(hn::Set(d, x), across));
-    const auto stride = hn::IfThenZeroElse(isY, hn::Set(d, step * (lanes / 2)));
-    auto *to = reinterpret_cast<std::int32_t *>(points);
+    typedef std::int32_t Points __attribute__((vector_size(4 * sizeof(POINT))));
+    Points next{x, y, x + step, y, x + 2 * step, y, x + 3 * step, y};
+    const Points stride{4 * step, 0, 4 * step, 0, 4 * step, 0, 4 * step, 0};
     do {
-        for (int i = 0; i < 2 * POINTS_AT_ONCE; i += lanes, next = hn::Add(next, stride))
-            hn::StoreU(next, d, to + i);
-        to += 2 * POINTS_AT_ONCE;
+        for (int i = 0; i < POINTS_AT_ONCE; i += 4, points += 4, next += stride)
+            std::memcpy(points, &next, sizeof next);
         count -= POINTS_AT_ONCE;
     } while (HWY_UNLIKELY(count > 0));
 }

@@ -2,32 +2,63 @@
 
 #include <algorithm>
 #include <bit>
+#include <cstring>
 
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "TAVIX20/analysis/run_labeling.cpp"
 #include <hwy/foreach_target.h>
 #include <hwy/highway.h>
 
-// The loops below use no vectors, but are several times as fast where bits are counted and found by
-// an instruction.
 HWY_BEFORE_NAMESPACE();
 namespace tavix::HWY_NAMESPACE {
 
+namespace hn = hwy::HWY_NAMESPACE;
+using Box = RunLabeling::Box;
 using Component = RunLabeling::Component;
+using Row = RunLabeling::Row;
+
+/// The place of the lowest set bit; any place when there is none, without a question.
+HWY_INLINE int LowestBit(std::uint64_t bits) {
+    return std::countr_zero(bits | std::uint64_t{1} << (WORD_BITS - 1));
+}
 
 /// Writes value(bit) for each set bit; returns where the next one goes. The first few are written
 /// whether there are so many or not, since a loop that ends after a changing number of rounds costs
 /// more.
 template <typename Value, typename Out>
 HWY_INLINE Out *WriteBits(std::uint64_t bits, Out *out, Value value) {
+    constexpr int atOnce = 2;
     if (bits == 0)
         return out;
     const int count = std::popcount(bits);
-    for (int i = 0; i < RunLabeling::SPARE; ++i, bits &= bits - 1)
-        out[i] = value(std::countr_zero(bits) & (WORD_BITS - 1));
-    for (int i = RunLabeling::SPARE; i < count; ++i, bits &= bits - 1)
+    for (int i = 0; i < atOnce; ++i, bits &= bits - 1)
+        out[i] = value(LowestBit(bits));
+    for (int i = atOnce; i < count; ++i, bits &= bits - 1)
         out[i] = value(std::countr_zero(bits));
     return out + count;
+}
+
+/// Writes base + bit for each set bit; returns where the next one goes. A few are written one by
+/// one; more take as long as all.
+HWY_INLINE std::int32_t *WritePlaces(std::uint64_t bits, std::int32_t base, std::int32_t *out) {
+    constexpr int few = 4;
+    const int count = std::popcount(bits);
+    if (count <= few) {
+        for (int i = 0; i < few; ++i, bits &= bits - 1)
+            out[i] = base + LowestBit(bits);
+        return out + count;
+    }
+    const hn::CappedTag<std::int32_t, 16> d;
+    const int lanes = static_cast<int>(hn::Lanes(d));
+    auto places = hn::Add(hn::Iota(d, 0), hn::Set(d, base));
+    for (int i = 0; i < WORD_BITS; i += lanes, places = hn::Add(places, hn::Set(d, lanes))) {
+        const std::uint64_t some = bits >> i;
+        std::uint8_t mask[8];
+        std::memcpy(mask, &some, sizeof mask);
+        hn::StoreU(hn::CompressBits(places, mask), d, out);
+        out += std::popcount(some << (WORD_BITS - lanes));
+    }
+    return out;
 }
 
 /// Writes start and end of each run; returns how many runs there are.
@@ -38,14 +69,78 @@ std::size_t FindRuns(const std::uint64_t *words, std::size_t wordCount, int widt
     for (std::size_t word = 0; word < wordCount; ++word) {
         const std::uint64_t bits = words[word];
         // The bits that differ from the one before them: starts and ends in turn.
-        edge = WriteBits(bits ^ (bits << 1 | carry), edge, [word](int bit) {
-            return static_cast<std::int32_t>(word) * WORD_BITS + bit;
-        });
+        edge = WritePlaces(bits ^ (bits << 1 | carry), static_cast<std::int32_t>(word) * WORD_BITS,
+                           edge);
         carry = bits >> (WORD_BITS - 1);
     }
     if (carry != 0)
         *edge++ = width;
-    return static_cast<std::size_t>(edge - edges) / 2;
+    const auto count = static_cast<std::size_t>(edge - edges) / 2;
+    edge[0] = edge[1] = RunLabeling::END;
+    return count;
+}
+
+/// The sides of a box, in one register. What was stored side by side could not be loaded as one
+/// before it has reached the cache.
+typedef std::int32_t Sides __attribute__((vector_size(sizeof(Box))));
+
+HWY_INLINE Sides SidesOf(const std::int32_t *edges, int y) {
+    return Sides{edges[0], y, 1 - edges[1], -y};
+}
+
+HWY_INLINE Sides SidesOf(const Component &component) {
+    Sides sides;
+    std::memcpy(&sides, &component.box, sizeof sides);
+    return sides;
+}
+
+HWY_INLINE void Begin(Component &component, const Sides &sides, std::uint32_t number) {
+    std::memcpy(&component.box, &sides, sizeof sides);
+    component.pixelCount = 0;
+    component.parent = number;
+}
+
+HWY_INLINE void Widen(Component &component, const Sides &by, std::uint32_t pixelCount) {
+    const Sides sides = SidesOf(component);
+    const Sides both = sides < by ? sides : by;
+    std::memcpy(&component.box, &both, sizeof both);
+    component.pixelCount += pixelCount;
+}
+
+HWY_INLINE std::uint32_t LengthOf(const std::int32_t *edges) {
+    return static_cast<std::uint32_t>(edges[1] - edges[0]);
+}
+
+/// Joins two components that meet; returns which it is then.
+HWY_INLINE std::uint32_t Join(Component *components, std::uint32_t one, std::uint32_t other) {
+    const std::uint32_t a = FindWhole(components, one);
+    const std::uint32_t b = FindWhole(components, other);
+    components[std::max(a, b)].parent = std::min(a, b);
+    return std::min(a, b);
+}
+
+/// Adds the runs of a row to the components of those that they touch in the row above, run by run,
+/// or begins components with them; there is room for as many. Returns how many there are then.
+std::size_t MergeRuns(const Row &above, Row &row, int y, Component *components, std::size_t count) {
+    const std::int32_t *upper = above.edges.data();
+    const std::uint32_t *upperComponent = above.component.data();
+    for (std::size_t run = 0; run < row.runCount; ++run) {
+        const std::int32_t *const edges = row.edges.data() + 2 * run;
+        const Sides sides = SidesOf(edges, y);
+        for (; upper[1] <= edges[0]; upper += 2)
+            ++upperComponent;
+        auto number = static_cast<std::uint32_t>(count);
+        if (upper[0] < edges[1]) {
+            number = *upperComponent;
+            for (; upper[2] < edges[1]; upper += 2)
+                number = Join(components, number, *++upperComponent);
+        } else {
+            Begin(components[count++], sides, number);
+        }
+        row.component[run] = number;
+        Widen(components[number], sides, LengthOf(edges));
+    }
+    return count;
 }
 
 /// Notes where runs start and how many do before each word.
@@ -69,8 +164,7 @@ HWY_INLINE std::uint32_t RunAt(const RunLabeling::WordStarts &starts, int bit) {
 
 /// Finds the pairs of runs that share a column: each stretch of pixels that both rows have is one.
 /// Returns how many.
-std::size_t FindTouches(const RunLabeling::Row &above, const RunLabeling::Row &row,
-                        RunLabeling::Touch *touches) {
+std::size_t FindTouches(const Row &above, const Row &row, RunLabeling::Touch *touches) {
     RunLabeling::Touch *end = touches;
     std::uint64_t carry = 0;
     for (std::size_t word = 0; word < row.words.size(); ++word) {
@@ -88,8 +182,8 @@ std::size_t FindTouches(const RunLabeling::Row &above, const RunLabeling::Row &r
 /// Gives the runs of a row the components of those they touch in the row above, and joins
 /// components that meet. What is done with a touch depends on data that cannot be foretold, so the
 /// first touch of each run and the others are told apart without a branch.
-void JoinTouching(const RunLabeling::Row &above, RunLabeling::Row &row, RunLabeling::Touch *touches,
-                  std::size_t touchCount, Component *components) {
+void JoinTouching(const Row &above, Row &row, RunLabeling::Touch *touches, std::size_t touchCount,
+                  Component *components) {
     std::fill_n(row.component.begin(), row.runCount, RunLabeling::NONE);
     for (std::size_t i = touchCount; i-- > 0;)
         row.component[touches[i].lower] = above.component[touches[i].upper];
@@ -101,32 +195,38 @@ void JoinTouching(const RunLabeling::Row &above, RunLabeling::Row &row, RunLabel
     }
     for (std::size_t i = 0; i < others; ++i) {
         std::uint32_t &to = row.component[touches[i].lower];
-        const std::uint32_t a = FindWhole(components, above.component[touches[i].upper]);
-        const std::uint32_t b = FindWhole(components, to);
-        to = std::min(a, b);
-        components[std::max(a, b)].parent = to;
+        to = Join(components, to, above.component[touches[i].upper]);
     }
 }
 
 /// Begins components for runs that have none, and adds every run to its own. Components has room
 /// for one more than the runs of the row; returns how many there are then.
-std::size_t AddRuns(RunLabeling::Row &row, int y, Component *components, std::size_t count) {
-    for (std::size_t run = 0; run < row.runCount; ++run) {
-        const std::int32_t start = row.edges[2 * run];
-        const std::int32_t last = row.edges[2 * run + 1] - 1;
+std::size_t AddRuns(Row &row, int y, Component *components, std::size_t count) {
+    const std::int32_t *edges = row.edges.data();
+    std::uint32_t *const ofRuns = row.component.data();
+    const std::size_t runCount = row.runCount;
+    for (std::size_t run = 0; run < runCount; ++run, edges += 2) {
+        const Sides sides = SidesOf(edges, y);
         const auto next = static_cast<std::uint32_t>(count);
-        const bool isNew = row.component[run] == RunLabeling::NONE;
-        components[count] = {start, y, last, y, 0, next};
-        const std::uint32_t number = isNew ? next : row.component[run];
-        row.component[run] = number;
+        const bool isNew = ofRuns[run] == RunLabeling::NONE;
+        Begin(components[count], sides, next);
+        // No branch, for it could not be foretold.
+        const std::uint32_t unlessNew = static_cast<std::uint32_t>(isNew) - 1;
+        const std::uint32_t number = (ofRuns[run] & unlessNew) | (next & ~unlessNew);
+        ofRuns[run] = number;
         count += static_cast<std::size_t>(isNew);
-        Component &component = components[number];
-        component.left = std::min(component.left, start);
-        component.right = std::max(component.right, last);
-        component.bottom = y;
-        component.pixelCount += static_cast<std::uint32_t>(last - start + 1);
+        Widen(components[number], sides, LengthOf(edges));
     }
     return count;
+}
+
+/// Hands what each component sums up on to the one it points at. Whole ones point at themselves;
+/// that they get nothing is no branch, for it could not be foretold.
+void FoldIntoWhole(Component *components, std::size_t count) {
+    for (std::size_t i = count; i-- > 0;) {
+        const Component &part = components[i];
+        Widen(components[part.parent], SidesOf(part), part.parent == i ? 0 : part.pixelCount);
+    }
 }
 
 } // namespace tavix::HWY_NAMESPACE
@@ -140,6 +240,11 @@ HWY_EXPORT(IndexStarts);
 HWY_EXPORT(FindTouches);
 HWY_EXPORT(JoinTouching);
 HWY_EXPORT(AddRuns);
+HWY_EXPORT(MergeRuns);
+HWY_EXPORT(FoldIntoWhole);
+
+/// Rows with as many runs for each word are merged run by run.
+constexpr std::size_t FEW_RUNS_A_WORD = 2;
 
 RunLabeling::RunLabeling(const PixelClass &pixels, int width, int height, Runs runs,
                          Scratch &scratch)
@@ -151,6 +256,7 @@ RunLabeling::RunLabeling(const PixelClass &pixels, int width, int height, Runs r
     Row row;
     for (Row *one : {&above, &row}) {
         one->edges.resize(2 * mostRuns + SPARE);
+        std::fill_n(one->edges.begin(), SPARE, END);
         one->component.resize(mostRuns);
         one->words.resize(wordCount);
         one->starts.resize(wordCount);
@@ -162,12 +268,18 @@ RunLabeling::RunLabeling(const PixelClass &pixels, int width, int height, Runs r
             HWY_DYNAMIC_DISPATCH(FindRuns)(row.words.data(), wordCount, width, row.edges.data());
         if (count + row.runCount >= m_components.size())
             m_components.resize(2 * m_components.size() + row.runCount + 1);
-        HWY_DYNAMIC_DISPATCH(IndexStarts)(row.words.data(), wordCount, row.starts.data());
-        const std::size_t touchCount =
-            HWY_DYNAMIC_DISPATCH(FindTouches)(above, row, touches.data());
-        HWY_DYNAMIC_DISPATCH(JoinTouching)
-        (above, row, touches.data(), touchCount, m_components.data());
-        count = HWY_DYNAMIC_DISPATCH(AddRuns)(row, y, m_components.data(), count);
+        if (std::min(above.runCount, row.runCount) <= FEW_RUNS_A_WORD * wordCount) {
+            count = HWY_DYNAMIC_DISPATCH(MergeRuns)(above, row, y, m_components.data(), count);
+        } else {
+            for (Row *const one : {&above, &row})
+                HWY_DYNAMIC_DISPATCH(IndexStarts)
+            (one->words.data(), wordCount, one->starts.data());
+            const std::size_t touchCount =
+                HWY_DYNAMIC_DISPATCH(FindTouches)(above, row, touches.data());
+            HWY_DYNAMIC_DISPATCH(JoinTouching)
+            (above, row, touches.data(), touchCount, m_components.data());
+            count = HWY_DYNAMIC_DISPATCH(AddRuns)(row, y, m_components.data(), count);
+        }
         if (runs == Runs::Noted) {
             m_rows.push_back(m_noted.size());
             m_noted.insert(m_noted.end(), row.component.begin(),
@@ -176,22 +288,9 @@ RunLabeling::RunLabeling(const PixelClass &pixels, int width, int height, Runs r
         std::swap(above, row);
     }
     m_count = count;
-    FoldIntoWhole();
+    HWY_DYNAMIC_DISPATCH(FoldIntoWhole)(m_components.data(), count);
     for (std::uint32_t &component : m_noted)
         component = FindWhole(m_components.data(), component);
-}
-
-void RunLabeling::FoldIntoWhole() {
-    for (std::size_t i = m_count; i-- > 0;) {
-        const Component &part = m_components[i];
-        if (part.parent == i)
-            continue;
-        Component &whole = m_components[part.parent];
-        whole.left = std::min(whole.left, part.left);
-        whole.right = std::max(whole.right, part.right);
-        whole.bottom = std::max(whole.bottom, part.bottom);
-        whole.pixelCount += part.pixelCount;
-    }
 }
 
 } // namespace tavix

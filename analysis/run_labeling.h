@@ -9,16 +9,19 @@
 /// number as runs are found; one pass from the last number to the first then hands each one's on to
 /// the one it points at.
 ///
-/// Rows are bits. A word's run edges are the bits that differ from their neighbour. Where a row and
-/// the row above are both set, each stretch of common bits is exactly one pair of touching runs,
-/// and the runs' places in their rows are counts of starts up to there: no run is searched for.
-/// Only two rows of runs are held, and as many components as begin. (After He et al., "A run-based
-/// two-scan labeling algorithm", 2008.)
+/// Rows are bits. A word's run edges are the bits that differ from their neighbour. Rows of few
+/// runs, as objects have them, are merged run by run: mostly one run lies under one, so that the
+/// branches are foretold. Noise would make them fail; there, each stretch of bits that a row and
+/// the row above have in common is exactly one pair of touching runs, whose places in their rows
+/// are counts of starts up to there, and no run is searched for. Only two rows of runs are held,
+/// and as many components as begin. (After He et al., "A run-based two-scan labeling algorithm",
+/// 2008.)
 #pragma once
 
 #include "TAVIX20/analysis/pixel_class.h"
 
 #include <cstdint>
+#include <limits>
 #include <span>
 #include <vector>
 
@@ -26,18 +29,27 @@ namespace tavix {
 
 class RunLabeling {
 public:
+    /// An inclusive box, held so that the smaller of each of two boxes' sides make the box of both:
+    /// left, top, and right and bottom negated.
+    struct Box {
+        std::int32_t sides[4];
+
+        std::int32_t Left() const { return sides[0]; }
+        std::int32_t Top() const { return sides[1]; }
+        std::int32_t Right() const { return -sides[2]; }
+        std::int32_t Bottom() const { return -sides[3]; }
+    };
+
     struct Component {
-        std::int32_t left;
-        std::int32_t top;
-        std::int32_t right;  ///< Inclusive.
-        std::int32_t bottom; ///< Inclusive.
+        Box box;
         std::uint32_t pixelCount;
         std::uint32_t parent; ///< Its own number when it is whole.
     };
 
     static constexpr std::uint32_t NONE = ~std::uint32_t{0};
+    static constexpr std::int32_t END = std::numeric_limits<std::int32_t>::max();
     /// How much is written beyond the end of a list.
-    static constexpr int SPARE = 2;
+    static constexpr int SPARE = 16;
 
     /// Two runs with a column in common, by their places in their rows.
     struct Touch {
@@ -71,16 +83,14 @@ public:
     };
     /// The runs of a row.
     struct Row {
-        std::vector<std::int32_t> edges;      ///< Start and end of each, end exclusive.
+        std::vector<std::int32_t> edges;      ///< Start and end of each, end exclusive; END behind.
         std::vector<std::uint32_t> component; ///< Of each.
         std::vector<std::uint64_t> words;     ///< The pixels.
-        std::vector<WordStarts> starts;
+        std::vector<WordStarts> starts;       ///< Only where it was needed.
         std::size_t runCount = 0;
     };
 
 private:
-    void FoldIntoWhole();
-
     std::vector<Component> &m_components; ///< With room for more.
     std::size_t m_count = 0;
     std::vector<std::uint32_t> m_noted;

@@ -1,0 +1,115 @@
+#include "TAVIX20/analysis/blob_records.h"
+
+#include "TAVIX20/analysis/blob_engine.h"
+#include "TAVIX20/containers/blob_rect_array.h"
+
+#include <algorithm>
+#include <array>
+#include <cstring>
+#include <limits>
+
+#undef HWY_TARGET_INCLUDE
+#define HWY_TARGET_INCLUDE "TAVIX20/analysis/blob_records.cpp"
+#include <hwy/foreach_target.h>
+#include <hwy/highway.h>
+
+HWY_BEFORE_NAMESPACE();
+namespace tavix::HWY_NAMESPACE {
+
+using Component = RunLabeling::Component;
+typedef std::int32_t Sides __attribute__((vector_size(4 * sizeof(std::int32_t))));
+typedef long RecordSides __attribute__((vector_size(4 * sizeof(long))));
+
+HWY_INLINE Sides SidesOf(const Component &component) {
+    Sides sides;
+    std::memcpy(&sides, &component.box, sizeof sides);
+    return sides;
+}
+
+HWY_INLINE std::int32_t Limited(long bound) {
+    return static_cast<std::int32_t>(std::clamp<long>(bound, std::numeric_limits<int>::min() / 2,
+                                                      std::numeric_limits<int>::max() / 2));
+}
+
+std::size_t Choose(const Component *components, std::uint32_t count, const SizeBounds &bounds,
+                   std::uint32_t *accepted) {
+    // Left - right and top - bottom, then the same with the other sign, are to be at most this.
+    const Sides limits{Limited(bounds.slack - bounds.minWidth),
+                       Limited(bounds.slack - bounds.minHeight), Limited(bounds.maxWidth - 1),
+                       Limited(bounds.maxHeight - 1)};
+    const bool takesOnePixel = bounds.TakesOnePixel();
+    std::size_t size = 0;
+    for (std::uint32_t i = 0; i < count; ++i) {
+        const Sides sides = SidesOf(components[i]);
+        const Sides negative = sides + __builtin_shuffle(sides, Sides{2, 3, 0, 1});
+        const Sides extents = (negative ^ Sides{0, 0, -1, -1}) - Sides{0, 0, -1, -1};
+        const Sides isBeyond = extents > limits;
+        std::int64_t beyond[2];
+        std::memcpy(beyond, &isBeyond, sizeof beyond);
+        const bool isOnePixel = components[i].pixelCount == 1;
+        const bool isAccepted =
+            (isOnePixel & takesOnePixel) | (!isOnePixel & ((beyond[0] | beyond[1]) == 0));
+        accepted[size] = i;
+        size += static_cast<std::size_t>(isAccepted & (components[i].parent == i));
+    }
+    return size;
+}
+
+/// Sets the fields where they are: a record made elsewhere would be copied in larger pieces than it
+/// was written in, and each such load waits for the stores.
+HWY_INLINE void SetRecord(const Component &component, _stBlobRect &record) {
+    const Sides flip{0, 0, -1, -1};
+    const RecordSides sides =
+        __builtin_convertvector((SidesOf(component) ^ flip) - flip, RecordSides);
+    std::memcpy(&record.left, &sides, sizeof sides);
+    record.pixelCount = component.pixelCount;
+    const RecordSides others{};
+    std::memcpy(&record.value1, &others, sizeof others);
+}
+
+void SetRecords(const Component *components, const std::uint32_t *accepted, std::size_t count,
+                _stBlobRect *records) {
+    for (std::size_t i = 0; i < count; ++i)
+        SetRecord(components[accepted[i]], records[i]);
+}
+
+} // namespace tavix::HWY_NAMESPACE
+HWY_AFTER_NAMESPACE();
+
+#if HWY_ONCE
+namespace tavix {
+
+HWY_EXPORT(Choose);
+HWY_EXPORT(SetRecords);
+
+namespace {
+
+constexpr std::size_t RECORDS_AT_ONCE = 64;
+/// Lists of more records would drive the components out of the caches.
+constexpr std::size_t LONG_LIST = 16384;
+
+} // namespace
+
+std::size_t ChooseComponents(const RunLabeling &labeling, const SizeBounds &bounds,
+                             std::uint32_t *accepted) {
+    const auto components = labeling.Components();
+    return HWY_DYNAMIC_DISPATCH(Choose)(
+        components.data(), static_cast<std::uint32_t>(components.size()), bounds, accepted);
+}
+
+void WriteRecords(const RunLabeling &labeling, const std::uint32_t *accepted, std::size_t count,
+                  _stBlobRect *records) {
+    const RunLabeling::Component *const components = labeling.Components().data();
+    if (count <= LONG_LIST)
+        return HWY_DYNAMIC_DISPATCH(SetRecords)(components, accepted, count, records);
+    std::array<_stBlobRect, RECORDS_AT_ONCE> some;
+    for (std::size_t first = 0; first < count; first += some.size()) {
+        const std::size_t size = std::min(count - first, some.size());
+        HWY_DYNAMIC_DISPATCH(SetRecords)(components, accepted + first, size, some.data());
+        CopyPastCaches(reinterpret_cast<std::uint8_t *>(records + first),
+                       reinterpret_cast<const std::uint8_t *>(some.data()), size * sizeof some[0]);
+    }
+}
+
+} // namespace tavix
+#endif
