@@ -2,6 +2,7 @@
 
 #include "TAVIX20/analysis/blob_records.h"
 #include "TAVIX20/containers/blob_rect_array.h"
+#include "TAVIX20/containers/point_array.h"
 
 #include <algorithm>
 #include <limits>
@@ -12,6 +13,8 @@
 namespace tavix {
 
 namespace {
+
+using TavixArray::detail::PointPool;
 
 constexpr std::int64_t NO_CAP = std::numeric_limits<std::int64_t>::max();
 
@@ -68,7 +71,9 @@ std::optional<int> InMemory(BlobMemory &memory, Operation operation) {
     try {
         if (!memory)
             memory = std::make_shared<BlobScratch>();
-        return operation(*memory);
+        const auto result = operation(*memory);
+        memory->walk.points.Trim();
+        return result;
     } catch (const std::bad_alloc &) {
         return std::nullopt;
     }
@@ -77,17 +82,20 @@ std::optional<int> InMemory(BlobMemory &memory, Operation operation) {
 /// Traces that stop at a number of pixels. Each class pixel of the area is a seed, visited or not.
 /// As long as no trace was stopped, the visited ones are of no result and are passed over.
 template <typename Take>
-int WalkCapped(const BlobSource &source, const CountBounds &bounds, BlobWalker &walker, Take take) {
+int WalkCapped(const BlobSource &source, const CountBounds &bounds, BlobWalker::Scratch &scratch,
+               Take take) {
+    BlobWalker walker(source.pixels, source.width, source.height, scratch);
+    PointPool &points = scratch.points;
     const SeedArea &area = source.area;
     const std::size_t wordCount = WordsOf(source.width);
     std::vector<std::uint64_t> seeds(wordCount);
     std::vector<std::uint64_t> lone(wordCount);
     std::optional<LonePixels> keepLone;
     int count = 0;
-    const auto takeTrace = [&](const BlobTrace &blob, bool isLone) {
-        if (blob.IsOnePoint() ? bounds.minCount == 1 && isLone
-                              : bounds.minCount <= blob.pixelCount) {
-            take(walker.Points(blob));
+    const auto takeBlob = [&](std::size_t size, bool isLone) {
+        if (size == 1 ? bounds.minCount == 1 && isLone
+                      : bounds.minCount <= static_cast<std::int64_t>(size)) {
+            take(points, size);
             ++count;
         }
     };
@@ -97,10 +105,11 @@ int WalkCapped(const BlobSource &source, const CountBounds &bounds, BlobWalker &
         int x1 = area.x1;
         if (!isAnySeed) {
             walker.ForEachUnvisited(y, area.x1, area.x2, [&](int x, bool isLone) {
-                const BlobTrace blob = walker.Trace(x, y, bounds.maxCount);
-                if (blob.pixelCount == bounds.maxCount)
+                const std::size_t size =
+                    isLone ? walker.TakeLone(x, y) : walker.Trace(x, y, bounds.maxCount);
+                if (static_cast<std::int64_t>(size) == bounds.maxCount)
                     isAnySeed = true;
-                takeTrace(blob, isLone);
+                takeBlob(size, isLone);
                 x1 = x + 1;
                 return !isAnySeed;
             });
@@ -117,7 +126,7 @@ int WalkCapped(const BlobSource &source, const CountBounds &bounds, BlobWalker &
         ForEachBit(seeds.data(), wordCount, [&](int x) {
             const bool isLone =
                 (lone[static_cast<std::size_t>(x) / WORD_BITS] >> x % WORD_BITS & 1) != 0;
-            takeTrace(walker.Trace(x, y, bounds.maxCount), isLone);
+            takeBlob(walker.Trace(x, y, bounds.maxCount), isLone);
         });
     }
     return count;
@@ -125,22 +134,21 @@ int WalkCapped(const BlobSource &source, const CountBounds &bounds, BlobWalker &
 
 /// Whole traces. A visited seed would only be refused, so it is passed over.
 template <typename Take>
-int WalkWhole(const BlobSource &source, const SizeBounds &bounds, BlobWalker &walker, Take take) {
+int WalkWhole(const BlobSource &source, const SizeBounds &bounds, BlobWalker::Scratch &scratch,
+              Take take) {
+    BlobWalker walker(source.pixels, source.width, source.height, scratch);
+    PointPool &points = scratch.points;
     const SeedArea &area = source.area;
     int count = 0;
     for (int y = area.y1; y <= area.y2; ++y)
         walker.ForEachUnvisited(y, area.x1, area.x2, [&](int x, bool isLone) {
-            const POINT point{x, y};
             if (isLone && !bounds.TakesOnePixel())
                 return true;
-            if (isLone) {
-                take(std::span(&point, 1));
-                ++count;
-                return true;
-            }
-            const BlobTrace blob = walker.Trace(x, y, NO_CAP);
-            if (bounds.Accept(long{blob.right} - blob.left, long{blob.bottom} - blob.top)) {
-                take(walker.Points(blob));
+            const std::size_t size = isLone ? walker.TakeLone(x, y) : walker.Trace(x, y, NO_CAP);
+            const CRect box =
+                TavixArray::CPointArray::GetBounds(points.Next(), static_cast<int>(size));
+            if (isLone || bounds.Accept(long{box.right} - box.left, long{box.bottom} - box.top)) {
+                take(points, size);
                 ++count;
             }
             return true;
@@ -251,24 +259,21 @@ std::optional<SeedArea> ClipToImage(const CTavixImage &image, int x1, int y1, in
 std::optional<int> CountBlobs(const BlobSource &source, const CountBounds &bounds,
                               BlobMemory &memory) {
     return InMemory(memory, [&](BlobScratch &scratch) {
-        BlobWalker walker(source.pixels, source.width, source.height, scratch.walk);
-        return WalkCapped(source, bounds, walker, [](std::span<const POINT>) {});
+        return WalkCapped(source, bounds, scratch.walk, [](PointPool &, std::size_t) {});
     });
 }
 
 std::optional<int> CollectBlobs(const BlobSource &source, const CountBounds &bounds,
                                 BlobMemory &memory, const TakePoints &take) {
     return InMemory(memory, [&](BlobScratch &scratch) {
-        BlobWalker walker(source.pixels, source.width, source.height, scratch.walk);
-        return WalkCapped(source, bounds, walker, take);
+        return WalkCapped(source, bounds, scratch.walk, take);
     });
 }
 
 std::optional<int> CollectBlobs(const BlobSource &source, const SizeBounds &bounds,
                                 BlobMemory &memory, const TakePoints &take) {
     return InMemory(memory, [&](BlobScratch &scratch) {
-        BlobWalker walker(source.pixels, source.width, source.height, scratch.walk);
-        return WalkWhole(source, bounds, walker, take);
+        return WalkWhole(source, bounds, scratch.walk, take);
     });
 }
 
@@ -290,7 +295,8 @@ bool CollectPiece(const PixelClass &pixels, int width, int height, const POINT &
         BlobWalker walker(pixels, width, height, scratch.walk);
         if (!walker.IsUnvisited(seed.x, seed.y))
             return 0;
-        take(walker.Points(walker.Trace(seed.x, seed.y, maxCount > 0 ? maxCount : NO_CAP)));
+        const std::size_t size = walker.Trace(seed.x, seed.y, maxCount > 0 ? maxCount : NO_CAP);
+        take(scratch.walk.points, size);
         return 1;
     });
     return count == 1;

@@ -18,7 +18,6 @@
 #include <functional>
 #include <memory>
 #include <optional>
-#include <span>
 #include <vector>
 
 class CBlobRectArray;
@@ -85,8 +84,8 @@ struct BlobScratch {
 /// That of an image, made when it is needed.
 using BlobMemory = std::shared_ptr<BlobScratch>;
 
-/// What is done with an accepted blob's pixels, in visiting order.
-using TakePoints = std::function<void(std::span<const POINT>)>;
+/// What is done with an accepted blob's pixels: that many come next in the pool, in visiting order.
+using TakePoints = std::function<void(TavixArray::detail::PointPool &, std::size_t)>;
 
 /// Each returns the number of accepted blobs; nothing when memory runs out.
 std::optional<int> CountBlobs(const BlobSource &source, const CountBounds &bounds,

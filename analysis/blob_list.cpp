@@ -8,6 +8,9 @@
 #include "TAVIX20/containers/sort_byte_array.h"
 #include "TAVIX20/image/tavix_image8.h"
 
+#include <span>
+#include <vector>
+
 namespace {
 
 using tavix::BandClass;
@@ -17,6 +20,8 @@ using tavix::SizeBounds;
 using TavixArray::CPixelArrayArray;
 using TavixArray::CPointArrayArray;
 using TavixArray::CSortByteArray;
+using TavixArray::detail::PointBlock;
+using TavixArray::detail::PointPool;
 
 /// The class of pixels, and the area, of one call.
 struct Call {
@@ -43,16 +48,35 @@ int Count(const Call &call, const CountBounds &bounds, tavix::BlobMemory &memory
     return source ? tavix::CountBlobs(*source, bounds, memory).value_or(0) : 0;
 }
 
-/// Appends, so that nothing was added when it fails.
-template <typename Array, typename Bounds, typename AddBlob>
-int Append(const Call &call, const Bounds &bounds, tavix::BlobMemory &memory, Array &blobs,
-           AddBlob addBlob) {
+template <typename Bounds>
+int AppendPoints(const Call &call, const Bounds &bounds, tavix::BlobMemory &memory,
+                 CPointArrayArray &blobs) {
     const auto source = call.Source(bounds);
     if (!source)
         return 0;
-    Array found;
+    // The lists are made when their number is known, for they are costly to move.
+    std::vector<PointBlock> found;
+    const auto count =
+        tavix::CollectBlobs(*source, bounds, memory, [&found](PointPool &points, std::size_t size) {
+            found.push_back(points.Take(size));
+        });
+    return count && blobs.Add(found) ? blobs.GetElementCount() : 0;
+}
+
+/// Appends, so that nothing was added when it fails.
+int AppendPixels(const Call &call, const SizeBounds &bounds, tavix::BlobMemory &memory,
+                 CPixelArrayArray &blobs) {
+    const auto source = call.Source(bounds);
+    if (!source)
+        return 0;
+    CPixelArrayArray found;
     const auto count = tavix::CollectBlobs(
-        *source, bounds, memory, [&](std::span<const POINT> points) { addBlob(found, points); });
+        *source, bounds, memory, [&](const PointPool &points, std::size_t size) {
+            TavixArray::CPixelArray blob;
+            for (const POINT &point : std::span(points.Next(), size))
+                blob.Add(point.x, point.y, call.image.GetPixel(point.x, point.y), 0.0);
+            found.Add(blob);
+        });
     if (!count || found.GetElementCount() != *count)
         return 0;
     if (blobs.GetElementCount() == 0)
@@ -61,26 +85,6 @@ int Append(const Call &call, const Bounds &bounds, tavix::BlobMemory &memory, Ar
         for (int i = 0; i < *count; ++i)
             blobs.Add(found[i]);
     return blobs.GetElementCount();
-}
-
-template <typename Bounds>
-int AppendPoints(const Call &call, const Bounds &bounds, tavix::BlobMemory &memory,
-                 CPointArrayArray &blobs) {
-    return Append(call, bounds, memory, blobs,
-                  [](CPointArrayArray &found, std::span<const POINT> points) {
-                      found.Add(TavixArray::CPointArray(points));
-                  });
-}
-
-int AppendPixels(const Call &call, const SizeBounds &bounds, tavix::BlobMemory &memory,
-                 CPixelArrayArray &blobs) {
-    return Append(call, bounds, memory, blobs,
-                  [&call](CPixelArrayArray &found, std::span<const POINT> points) {
-                      TavixArray::CPixelArray blob;
-                      for (const POINT &point : points)
-                          blob.Add(point.x, point.y, call.image.GetPixel(point.x, point.y), 0.0);
-                      found.Add(blob);
-                  });
 }
 
 int List(const Call &call, const SizeBounds &bounds, tavix::BlobMemory &memory,

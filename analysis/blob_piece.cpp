@@ -18,9 +18,11 @@ bool IsInside(const CTavixImage &image, int x, int y) {
 
 int Piece(const CTavixImage &image, const tavix::PixelClass &pixels, const POINT &seed,
           long maxCount, tavix::BlobMemory &memory, CPointArray &points) {
-    const bool isTaken = tavix::CollectPiece(
-        pixels, image.GetWidth(), image.GetHeight(), seed, maxCount, memory,
-        [&points](std::span<const POINT> piece) { points = CPointArray(piece); });
+    const bool isTaken =
+        tavix::CollectPiece(pixels, image.GetWidth(), image.GetHeight(), seed, maxCount, memory,
+                            [&points](TavixArray::detail::PointPool &piece, std::size_t size) {
+                                points = CPointArray(piece.Take(size));
+                            });
     return isTaken ? points.GetElementCount() : 0;
 }
 

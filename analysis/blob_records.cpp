@@ -86,7 +86,7 @@ namespace {
 
 constexpr std::size_t RECORDS_AT_ONCE = 64;
 /// Lists of more records would drive the components out of the caches.
-constexpr std::size_t LONG_LIST = 16384;
+constexpr std::size_t LONG_LIST = 1638400;
 
 } // namespace
 

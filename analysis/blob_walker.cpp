@@ -29,10 +29,12 @@ HWY_INLINE Word Ones(int count) {
 
 /// How many unvisited pixels follow each other to the left of x.
 HWY_INLINE int CountToTheLeft(const Word *row, int x) {
-    // The word that ends before x; row - 1 is the empty word of the row before.
-    int count = std::countl_one(BitsFrom(row - 1, x));
-    for (int more = count; HWY_UNLIKELY(more == WORD_BITS); count += more)
-        more = std::countl_one(BitsFrom(row - 1, x - count));
+    // Of the word that ends before x; row - 1 is the empty word of the row before. Its first bit is
+    // taken for visited, for a word without any would be a case of its own.
+    constexpr int most = WORD_BITS - 1;
+    int count = std::countl_zero(~BitsFrom(row - 1, x) | 1);
+    for (int more = count; HWY_UNLIKELY(more == most); count += more)
+        more = std::countl_zero(~BitsFrom(row - 1, x - count) | 1);
     return count;
 }
 
@@ -84,50 +86,48 @@ HWY_INLINE bool FindBranch(const Word *above, const Word *below, const Stretch &
     for (int last = stretch.to;; last -= WORD_BITS) {
         const int first = std::max(last - WORD_BITS + 1, stretch.from);
         const Word bits = isAbout(first) & Ones(last - first + 1);
-        x = first + WORD_BITS - 1 - std::countl_zero(bits);
+        x = first + WORD_BITS - 1 - std::countl_zero(bits | 1);
         if (bits != 0 || HWY_LIKELY(first == stretch.from))
             return bits != 0;
     }
 }
 
-template <typename T>
-HWY_INLINE void MakeRoom(std::vector<T> &items, std::size_t size) {
-    if (HWY_UNLIKELY(size > items.size()))
-        items.resize(2 * size);
-}
-
-BlobTrace TraceBlob(BlobWalker::Scratch &scratch, int seedX, int seedY, std::int64_t maxCount) {
-    PixelMap &map = scratch.unvisited;
-    const std::ptrdiff_t stride = map.Row(1) - map.Row(0);
-    BlobTrace blob{0, seedX, seedY, seedX, seedY};
+std::size_t TraceBlob(BlobWalker::Scratch &scratch, int seedX, int seedY, std::int64_t maxCount) {
+    Word *const top = scratch.unvisited.Row(0);
+    const std::ptrdiff_t stride = scratch.unvisited.Row(1) - top;
     std::size_t wayLength = 0;
-    int y = seedY;
-    Word *row = map.Row(y);
-    // Takes a pixel and, as far as they are unvisited, those on one side.
-    const auto take = [&](int x, int step, int others) {
+    Word *row = top + seedY * stride;
+    POINT *first = scratch.points.Next();
+    POINT *next = first;
+    POINT *end = first + scratch.points.Room();
+    // Takes a pixel and, as far as they are unvisited, those on one side; returns the last one.
+    const auto take = [&](int x, int y, int step, int others) {
         const auto count =
-            static_cast<int>(std::min<std::int64_t>(others + 1, maxCount - blob.pixelCount));
-        MakeRoom(scratch.points,
-                 static_cast<std::size_t>(blob.pixelCount + count) + POINTS_AT_ONCE);
-        WritePoints(scratch.points.data() + blob.pixelCount, x, y, step, count);
-        blob.pixelCount += count;
-        const int end = x + step * (count - 1);
-        const int left = std::min(x, end);
-        ClearSpan(row, left, count);
-        blob.left = std::min(blob.left, left);
-        blob.right = std::max(blob.right, std::max(x, end));
-        return end;
+            static_cast<int>(std::min<std::int64_t>(others + 1, maxCount - (next - first)));
+        if (HWY_UNLIKELY(count + POINTS_AT_ONCE > end - next)) {
+            const auto written = static_cast<std::size_t>(next - first);
+            scratch.points.MakeRoom(written + static_cast<std::size_t>(count) + POINTS_AT_ONCE,
+                                    written);
+            first = scratch.points.Next();
+            next = first + written;
+            end = first + scratch.points.Room();
+        }
+        WritePoints(next, x, y, step, count);
+        next += count;
+        const int last = x + step * (count - 1);
+        ClearSpan(row, std::min(x, last), count);
+        return last;
     };
-    for (int x = seedX;;) {
+    for (int x = seedX, y = seedY;;) {
         const int toTheLeft = CountToTheLeft(row, x);
         const int toTheRight = CountToTheRight(row, x);
         Stretch last{y, x, 0};
-        last.to = toTheLeft > 0 ? take(x, -1, toTheLeft) : take(x, 1, toTheRight);
-        blob.top = std::min(blob.top, y);
-        blob.bottom = std::max(blob.bottom, y);
-        if (blob.pixelCount >= maxCount)
-            return blob;
+        // Which side it is cannot be foretold, so that one piece of code serves both.
+        const bool isLeft = toTheLeft > 0;
+        last.to = take(x, y, isLeft ? -1 : 1, isLeft ? toTheLeft : toTheRight);
         while (true) {
+            if (next - first >= maxCount)
+                return static_cast<std::size_t>(next - first);
             const bool isFound = FindBranch(row - stride, row + stride, last, x);
             if (isFound && (x != last.from || last.from <= last.to))
                 break;
@@ -135,24 +135,22 @@ BlobTrace TraceBlob(BlobWalker::Scratch &scratch, int seedX, int seedY, std::int
                 // Back where the row was entered.
                 const int others = CountToTheRight(row, last.from);
                 if (others > 0) {
-                    last.to = take(last.from + 1, 1, others - 1);
-                    if (blob.pixelCount >= maxCount)
-                        return blob;
+                    last.to = take(last.from + 1, last.y, 1, others - 1);
                     continue;
                 }
                 if (isFound)
                     break;
             }
             if (wayLength == 0)
-                return blob;
+                return static_cast<std::size_t>(next - first);
             last = scratch.way[--wayLength];
-            y = last.y;
-            row = map.Row(y);
+            row = top + last.y * stride;
         }
-        MakeRoom(scratch.way, wayLength + 1);
-        scratch.way[wayLength++] = {y, last.from, x};
+        if (HWY_UNLIKELY(wayLength == scratch.way.size()))
+            scratch.way.resize(2 * wayLength + 1);
+        scratch.way[wayLength++] = {last.y, last.from, x};
         const bool isUp = (BitsFrom(row - stride, x) & 1) != 0;
-        y += isUp ? -1 : 1;
+        y = isUp ? last.y - 1 : last.y + 1;
         row += isUp ? -stride : stride;
     }
 }
@@ -181,7 +179,7 @@ BlobWalker::BlobWalker(const PixelClass &pixels, int width, int height, Scratch 
     scratch.unvisited.Mark(pixels, width, height);
 }
 
-BlobTrace BlobWalker::Trace(int seedX, int seedY, std::int64_t maxCount) {
+std::size_t BlobWalker::Trace(int seedX, int seedY, std::int64_t maxCount) {
     return HWY_DYNAMIC_DISPATCH(TraceBlob)(m_scratch, seedX, seedY, maxCount);
 }
 

@@ -13,24 +13,13 @@
 #pragma once
 
 #include "TAVIX20/analysis/pixel_class.h"
+#include "TAVIX20/containers/point_block.h"
 
 #include <bit>
 #include <cstdint>
-#include <span>
 #include <vector>
 
 namespace tavix {
-
-/// What a trace found: the number of pixels and their inclusive bounding box.
-struct BlobTrace {
-    std::int64_t pixelCount;
-    int left;
-    int top;
-    int right;
-    int bottom;
-
-    bool IsOnePoint() const { return pixelCount == 1; }
-};
 
 /// Rows of bits, each followed by an empty word, with an empty row above and below: what is looked
 /// for beyond an edge is not there.
@@ -61,20 +50,24 @@ public:
     struct Scratch {
         PixelMap unvisited;
         std::vector<Stretch> way;
-        /// Room for the pixels of a blob, and what is left of larger ones.
-        std::vector<POINT> points;
+        /// The pixels of a blob come next in it.
+        TavixArray::detail::PointPool points;
     };
 
     /// Marks the pixels of the class, which must last. This and a trace throw std::bad_alloc.
     BlobWalker(const PixelClass &pixels, int width, int height, Scratch &scratch);
 
-    /// Walks from the seed, visited before or not, until the blob or maxCount pixels are done.
-    BlobTrace Trace(int seedX, int seedY, std::int64_t maxCount);
-    /// The pixels of the last trace in the order in which they were taken, the seed first.
-    std::span<const POINT> Points(const BlobTrace &last) const {
-        return {m_scratch.points.data(), static_cast<std::size_t>(last.pixelCount)};
+    /// Walks from the seed, visited before or not, until the blob or maxCount pixels are done;
+    /// returns how many there are. They come next in the scratch's points, in the order in which
+    /// they were taken.
+    std::size_t Trace(int seedX, int seedY, std::int64_t maxCount);
+    /// The same from a seed without unvisited neighbours.
+    std::size_t TakeLone(int x, int y) {
+        if (m_scratch.points.Room() == 0)
+            m_scratch.points.MakeRoom(1, 0);
+        *m_scratch.points.Next() = {x, y};
+        return 1;
     }
-
     bool IsUnvisited(int x, int y) const {
         return (m_scratch.unvisited.Row(y)[x / WORD_BITS] >> x % WORD_BITS & 1) != 0;
     }

@@ -244,7 +244,7 @@ HWY_EXPORT(MergeRuns);
 HWY_EXPORT(FoldIntoWhole);
 
 /// Rows with as many runs for each word are merged run by run.
-constexpr std::size_t FEW_RUNS_A_WORD = 2;
+constexpr std::size_t FEW_RUNS_A_WORD = 3;
 
 RunLabeling::RunLabeling(const PixelClass &pixels, int width, int height, Runs runs,
                          Scratch &scratch)

@@ -1,6 +1,7 @@
 /// CPointArray: a growable list of points that also serves as a polygon.
 #pragma once
 
+#include "TAVIX20/containers/point_block.h"
 #include "TAVIX20/containers/record_array.h"
 #include "TAVIX20/platform/export.h"
 #include "TAVIX20/platform/geometry.h"
@@ -13,6 +14,18 @@ class CTavixImage8;
 namespace TavixArray {
 
 class CPointArrayArray;
+
+namespace detail {
+
+/// Field order of point lists, whose memory may be shared.
+template <typename T>
+struct PointFields {
+    std::int32_t m_capacity = 0;
+    std::int32_t m_count = 0;
+    PointBlock m_block; ///< Holds at least max(capacity, count) points.
+};
+
+} // namespace detail
 
 /// The largest and smallest Feret diameter of a point set: distances between parallel lines that
 /// touch its pixels, each a square of side 1. Angles are directions of measuring in degrees,
@@ -28,7 +41,7 @@ struct _stDiameterInfo {
 
 /// Points in insertion order. Indices are trusted: 0 <= i < GetElementCount(), or what SetSize made
 /// room for. The array carries no lock.
-class TAVIX_API CPointArray : private detail::RecordArray<tagPOINT> {
+class TAVIX_API CPointArray : private detail::RecordArray<tagPOINT, detail::PointFields> {
 public:
     CPointArray() : CPointArray(detail::DEFAULT_CAPACITY) {}
     explicit CPointArray(int capacity) : RecordArray(capacity) {}
@@ -37,6 +50,8 @@ public:
     /// Exactly these points, with a capacity of as many.
     explicit CPointArray(std::span<const tagPOINT> points)
         : RecordArray(points.data(), static_cast<std::int32_t>(points.size())) {}
+    /// The points of the block, as many as it has room for.
+    explicit CPointArray(detail::PointBlock &&block) : RecordArray(std::move(block)) {}
 
     /// Appends count points in order; nothing for count <= 0.
     virtual void AddPoints(const tagPOINT *points, int count);

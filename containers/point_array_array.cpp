@@ -24,6 +24,14 @@ void CPointArrayArray::Add(CPointArray &&points) {
     Append(std::move(points));
 }
 
+bool CPointArrayArray::Add(std::span<detail::PointBlock> blocks) {
+    if (blocks.size() > static_cast<std::size_t>(INT32_MAX - m_count) || !Reserve(blocks.size()))
+        return false;
+    for (detail::PointBlock &block : blocks)
+        Append(CPointArray(std::move(block)));
+    return true;
+}
+
 void CPointArrayArray::Insert(int index, const CPointArray &points) {
     Overwrite(index, points);
 }

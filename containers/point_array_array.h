@@ -22,6 +22,9 @@ public:
     virtual void Add(const CPointArray &points);
     /// The same, taking the points over.
     void Add(CPointArray &&points);
+    /// Appends a list of each block, which it takes over; false, and the list as it was, when
+    /// memory runs out.
+    bool Add(std::span<detail::PointBlock> blocks);
     using RecordArray::Remove;
     /// Overwrites as CPointArray::Insert does.
     virtual void Insert(int index, const CPointArray &points);

@@ -68,7 +68,7 @@ public:
 
     /// Empties the array; the capacity becomes 10.
     virtual void RemoveAll() {
-        m_block = std::vector<T>(static_cast<std::size_t>(DEFAULT_CAPACITY));
+        m_block = Block(static_cast<std::size_t>(DEFAULT_CAPACITY));
         m_capacity = DEFAULT_CAPACITY;
         m_count = 0;
     }
@@ -81,6 +81,7 @@ protected:
     using Fields<T>::m_capacity;
     using Fields<T>::m_count;
     using Fields<T>::m_block;
+    using Block = decltype(Fields<T>::m_block);
 
     explicit RecordArray(std::int32_t capacity) {
         if (capacity > 0 && Reallocate(static_cast<std::size_t>(capacity)))
@@ -94,6 +95,12 @@ protected:
             m_capacity = m_count = n;
         } catch (const std::bad_alloc &) {
         }
+    }
+
+    /// The records of the block.
+    explicit RecordArray(Block &&block) {
+        m_capacity = m_count = static_cast<std::int32_t>(block.size());
+        m_block = std::move(block);
     }
 
     /// Copies hold exactly the counted records: their capacity is their count.
@@ -135,6 +142,18 @@ protected:
         if (!Grow(1, step))
             return false;
         Record(m_count++) = std::move(copy);
+        return true;
+    }
+
+    /// Makes room for n more records, so that adding them cannot fail; nothing else changes.
+    bool Reserve(std::size_t n) {
+        try {
+            m_block.reserve(Counted() + n);
+        } catch (const std::bad_alloc &) {
+            return false;
+        } catch (const std::length_error &) {
+            return false;
+        }
         return true;
     }
 
@@ -228,7 +247,7 @@ private:
 
     void CopyRecords(const RecordArray &other) {
         try {
-            std::vector<T> copy(other.begin(), other.end());
+            Block copy(other.begin(), other.end());
             m_block.swap(copy);
         } catch (const std::bad_alloc &) {
             return;
