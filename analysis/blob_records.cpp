@@ -4,7 +4,6 @@
 #include "TAVIX20/containers/blob_rect_array.h"
 
 #include <algorithm>
-#include <array>
 #include <cstring>
 #include <limits>
 
@@ -82,14 +81,6 @@ namespace tavix {
 HWY_EXPORT(Choose);
 HWY_EXPORT(SetRecords);
 
-namespace {
-
-constexpr std::size_t RECORDS_AT_ONCE = 64;
-/// Lists of more records would drive the components out of the caches.
-constexpr std::size_t LONG_LIST = 1638400;
-
-} // namespace
-
 std::size_t ChooseComponents(const RunLabeling &labeling, const SizeBounds &bounds,
                              std::uint32_t *accepted) {
     const auto components = labeling.Components();
@@ -99,16 +90,7 @@ std::size_t ChooseComponents(const RunLabeling &labeling, const SizeBounds &boun
 
 void WriteRecords(const RunLabeling &labeling, const std::uint32_t *accepted, std::size_t count,
                   _stBlobRect *records) {
-    const RunLabeling::Component *const components = labeling.Components().data();
-    if (count <= LONG_LIST)
-        return HWY_DYNAMIC_DISPATCH(SetRecords)(components, accepted, count, records);
-    std::array<_stBlobRect, RECORDS_AT_ONCE> some;
-    for (std::size_t first = 0; first < count; first += some.size()) {
-        const std::size_t size = std::min(count - first, some.size());
-        HWY_DYNAMIC_DISPATCH(SetRecords)(components, accepted + first, size, some.data());
-        CopyPastCaches(reinterpret_cast<std::uint8_t *>(records + first),
-                       reinterpret_cast<const std::uint8_t *>(some.data()), size * sizeof some[0]);
-    }
+    HWY_DYNAMIC_DISPATCH(SetRecords)(labeling.Components().data(), accepted, count, records);
 }
 
 } // namespace tavix

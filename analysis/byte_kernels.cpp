@@ -6,7 +6,6 @@
 
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "TAVIX20/analysis/byte_kernels.cpp"
-#include <hwy/cache_control.h>
 #include <hwy/foreach_target.h>
 #include <hwy/highway.h>
 
@@ -43,19 +42,6 @@ HWY_INLINE std::uint64_t BitsOf(D d, hn::Mask<D> mask) {
     std::uint64_t bits = 0;
     std::memcpy(&bits, packed, (hn::MaxLanes(d) + 7) / 8);
     return bits;
-}
-
-void CopyStreaming(std::uint8_t *to, const std::uint8_t *from, std::size_t count) {
-    const ByteTag d;
-    const std::size_t lanes = hn::Lanes(d);
-    // Such stores must be aligned.
-    std::size_t at =
-        std::min((lanes - reinterpret_cast<std::uintptr_t>(to) % lanes) % lanes, count);
-    std::memcpy(to, from, at);
-    for (; at + lanes <= count; at += lanes)
-        hn::Stream(hn::LoadU(d, from + at), d, to + at);
-    std::memcpy(to + at, from + at, count - at);
-    hwy::FlushStream();
 }
 
 /// Replaces every byte by change(bytes).
@@ -304,7 +290,6 @@ HWY_EXPORT(SplitDifference);
 HWY_EXPORT(Sum);
 HWY_EXPORT(CountBand);
 HWY_EXPORT(CountFirstOfTwo);
-HWY_EXPORT(CopyStreaming);
 HWY_EXPORT(MarkRising);
 HWY_EXPORT(MarkInBand);
 HWY_EXPORT(MarkInColourBands);
@@ -342,10 +327,6 @@ std::size_t CountTwoLevels(const std::uint8_t *bytes, std::size_t count, std::ui
 
 std::uint64_t SumOf(const std::uint8_t *bytes, std::size_t count) {
     return HWY_DYNAMIC_DISPATCH(Sum)(bytes, count);
-}
-
-void CopyPastCaches(std::uint8_t *to, const std::uint8_t *from, std::size_t count) {
-    HWY_DYNAMIC_DISPATCH(CopyStreaming)(to, from, count);
 }
 
 void MarkRisingPairs(const std::uint8_t *bytes, std::size_t wordCount, std::uint64_t *words) {

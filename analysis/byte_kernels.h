@@ -41,8 +41,6 @@ TAVIX_API std::uint64_t SumOf(const std::uint8_t *bytes, std::size_t count);
 TAVIX_API std::size_t CountTwoLevels(const std::uint8_t *bytes, std::size_t count,
                                      std::uint8_t first, std::uint8_t second,
                                      std::size_t &firstCount);
-/// Copies bytes past the caches: for what is not read again soon, and for more than caches hold.
-TAVIX_API void CopyPastCaches(std::uint8_t *to, const std::uint8_t *from, std::size_t count);
 /// Bit i of the words says whether byte i is smaller than the next one. Reads 64 bytes a word and
 /// one more.
 TAVIX_API void MarkRisingPairs(const std::uint8_t *bytes, std::size_t wordCount,

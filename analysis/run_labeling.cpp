@@ -243,13 +243,14 @@ HWY_EXPORT(AddRuns);
 HWY_EXPORT(MergeRuns);
 HWY_EXPORT(FoldIntoWhole);
 
-/// Rows with as many runs for each word are merged run by run.
-constexpr std::size_t FEW_RUNS_A_WORD = 3;
+/// Rows are merged run by run where one of two has at most so many runs a word.
+constexpr double FEW_RUNS_A_WORD = 2.5;
 
 RunLabeling::RunLabeling(const PixelClass &pixels, int width, int height, Runs runs,
                          Scratch &scratch)
     : m_components(scratch.components) {
     const std::size_t wordCount = WordsOf(width);
+    const auto fewRuns = static_cast<std::size_t>(FEW_RUNS_A_WORD * static_cast<double>(wordCount));
     const std::size_t mostRuns = static_cast<std::size_t>(width) / 2 + 1;
     std::vector<Touch> touches(mostRuns + SPARE);
     Row above;
@@ -268,7 +269,7 @@ RunLabeling::RunLabeling(const PixelClass &pixels, int width, int height, Runs r
             HWY_DYNAMIC_DISPATCH(FindRuns)(row.words.data(), wordCount, width, row.edges.data());
         if (count + row.runCount >= m_components.size())
             m_components.resize(2 * m_components.size() + row.runCount + 1);
-        if (std::min(above.runCount, row.runCount) <= FEW_RUNS_A_WORD * wordCount) {
+        if (std::min(above.runCount, row.runCount) <= fewRuns) {
             count = HWY_DYNAMIC_DISPATCH(MergeRuns)(above, row, y, m_components.data(), count);
         } else {
             for (Row *const one : {&above, &row})
