@@ -2,7 +2,7 @@
 
 #include "TAVIX20/analysis/blob_records.h"
 #include "TAVIX20/containers/blob_rect_array.h"
-#include "TAVIX20/containers/point_array.h"
+#include "TAVIX20/containers/point_array_array.h"
 
 #include <algorithm>
 #include <limits>
@@ -246,6 +246,24 @@ std::optional<int> ListSeeds(const BlobSource &source, const SizeBounds &bounds,
     return Fill(blobs, count, [&next] { return *next++; }) ? std::optional(count) : std::nullopt;
 }
 
+/// Makes lists of the blobs that walk takes. They are made when their number is known, for they are
+/// costly to move.
+template <typename Walk>
+bool AddLists(BlobMemory &memory, TavixArray::CPointArrayArray &lists, Walk walk) {
+    bool isAdded = false;
+    InMemory(memory, [&](BlobScratch &scratch) {
+        std::vector<TavixArray::detail::PointBlock> blocks = std::move(scratch.blocks);
+        walk(scratch.walk, [&blocks](PointPool &points, std::size_t size) {
+            blocks.push_back(points.Take(size));
+        });
+        isAdded = lists.Add(blocks);
+        blocks.clear();
+        scratch.blocks = std::move(blocks);
+        return 0;
+    });
+    return isAdded;
+}
+
 } // namespace
 
 std::optional<SeedArea> ClipToImage(const CTavixImage &image, int x1, int y1, int x2, int y2) {
@@ -263,17 +281,24 @@ std::optional<int> CountBlobs(const BlobSource &source, const CountBounds &bound
     });
 }
 
-std::optional<int> CollectBlobs(const BlobSource &source, const CountBounds &bounds,
-                                BlobMemory &memory, const TakePoints &take) {
-    return InMemory(memory, [&](BlobScratch &scratch) {
-        return WalkCapped(source, bounds, scratch.walk, take);
-    });
-}
-
 std::optional<int> CollectBlobs(const BlobSource &source, const SizeBounds &bounds,
                                 BlobMemory &memory, const TakePoints &take) {
     return InMemory(memory, [&](BlobScratch &scratch) {
         return WalkWhole(source, bounds, scratch.walk, take);
+    });
+}
+
+bool AddBlobs(const BlobSource &source, const CountBounds &bounds, BlobMemory &memory,
+              TavixArray::CPointArrayArray &blobs) {
+    return AddLists(memory, blobs, [&](BlobWalker::Scratch &scratch, auto take) {
+        WalkCapped(source, bounds, scratch, take);
+    });
+}
+
+bool AddBlobs(const BlobSource &source, const SizeBounds &bounds, BlobMemory &memory,
+              TavixArray::CPointArrayArray &blobs) {
+    return AddLists(memory, blobs, [&](BlobWalker::Scratch &scratch, auto take) {
+        WalkWhole(source, bounds, scratch, take);
     });
 }
 

@@ -22,6 +22,10 @@
 
 class CBlobRectArray;
 
+namespace TavixArray {
+class CPointArrayArray;
+}
+
 namespace tavix {
 
 /// Where blobs begin: inclusive.
@@ -79,6 +83,7 @@ struct BlobSource {
 struct BlobScratch {
     BlobWalker::Scratch walk;
     RunLabeling::Scratch labeling;
+    std::vector<TavixArray::detail::PointBlock> blocks; ///< Empty between calls.
 };
 
 /// That of an image, made when it is needed.
@@ -90,10 +95,13 @@ using TakePoints = std::function<void(TavixArray::detail::PointPool &, std::size
 /// Each returns the number of accepted blobs; nothing when memory runs out.
 std::optional<int> CountBlobs(const BlobSource &source, const CountBounds &bounds,
                               BlobMemory &memory);
-std::optional<int> CollectBlobs(const BlobSource &source, const CountBounds &bounds,
-                                BlobMemory &memory, const TakePoints &take);
 std::optional<int> CollectBlobs(const BlobSource &source, const SizeBounds &bounds,
                                 BlobMemory &memory, const TakePoints &take);
+/// Appends the lists of pixels; false, and the array as it was, when memory runs out.
+bool AddBlobs(const BlobSource &source, const CountBounds &bounds, BlobMemory &memory,
+              TavixArray::CPointArrayArray &blobs);
+bool AddBlobs(const BlobSource &source, const SizeBounds &bounds, BlobMemory &memory,
+              TavixArray::CPointArrayArray &blobs);
 /// Replaces the records.
 std::optional<int> ListBlobs(const BlobSource &source, const SizeBounds &bounds, BlobMemory &memory,
                              CBlobRectArray &blobs);

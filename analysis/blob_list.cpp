@@ -9,7 +9,6 @@
 #include "TAVIX20/image/tavix_image8.h"
 
 #include <span>
-#include <vector>
 
 namespace {
 
@@ -20,7 +19,6 @@ using tavix::SizeBounds;
 using TavixArray::CPixelArrayArray;
 using TavixArray::CPointArrayArray;
 using TavixArray::CSortByteArray;
-using TavixArray::detail::PointBlock;
 using TavixArray::detail::PointPool;
 
 /// The class of pixels, and the area, of one call.
@@ -54,13 +52,8 @@ int AppendPoints(const Call &call, const Bounds &bounds, tavix::BlobMemory &memo
     const auto source = call.Source(bounds);
     if (!source)
         return 0;
-    // The lists are made when their number is known, for they are costly to move.
-    std::vector<PointBlock> found;
-    const auto count =
-        tavix::CollectBlobs(*source, bounds, memory, [&found](PointPool &points, std::size_t size) {
-            found.push_back(points.Take(size));
-        });
-    return count && blobs.Add(found) ? blobs.GetElementCount() : 0;
+    const bool isDone = tavix::AddBlobs(*source, bounds, memory, blobs);
+    return isDone ? blobs.GetElementCount() : 0;
 }
 
 /// Appends, so that nothing was added when it fails.
