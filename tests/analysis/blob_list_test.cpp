@@ -5,6 +5,7 @@
 #include <opencv2/imgproc.hpp>
 
 #include <gtest/gtest.h>
+#include <hwy/targets.h>
 
 #include <algorithm>
 
@@ -251,7 +252,9 @@ TEST(BlobListTest, NoiseAndShapes) {
         Drawn(199, 40, [](int x, int y) { return x % 2 == 0 || y == 39; }),
         // One winding path of a pixel's width.
         Drawn(61, 45, [](int x, int y) { return y % 2 == 0 || x == (y % 4 == 1 ? 60 : 0); }),
-        RandomImage<CTavixImage8>(45, 31, random, 2)};
+        RandomImage<CTavixImage8>(45, 31, random, 2),
+        // Blobs larger than what small ones share, among small ones.
+        Noise(150, 120, 0.64, random), Noise(150, 120, 0.98, random)};
     for (const auto &[width, height] :
          {std::pair{1, 1}, {1, 40}, {53, 1}, {64, 9}, {128, 5}, {71, 46}, {150, 20}})
         for (const double density : {0.1, 0.3, 0.5, 0.6, 0.75, 0.9, 1.0})
@@ -259,6 +262,46 @@ TEST(BlobListTest, NoiseAndShapes) {
     for (const CTavixImage8 &image : images)
         for (const int value : {-1, 0, 1, 255, 256})
             ASSERT_NO_FATAL_FAILURE(ExpectAsLiteral(image, ForValue(image, value)));
+}
+
+TEST(BlobListTest, EveryInstructionSet) {
+    std::mt19937 random(4);
+    for (const std::int64_t target : hwy::SupportedAndGeneratedTargets()) {
+        hwy::SetSupportedTargetsForTest(target);
+        for (const double density : {0.05, 0.5, 0.8}) {
+            const CTavixImage8 image = Noise(211, 30, density, random);
+            EXPECT_NO_FATAL_FAILURE(ExpectAsLiteral(image, ForValue(image, 255))) << target;
+        }
+    }
+    hwy::SetSupportedTargetsForTest(0);
+}
+
+TEST(BlobListTest, ListsChangeByThemselves) {
+    std::mt19937 random(6);
+    CPointArrayArray lists;
+    Noise(150, 60, 0.5, random).GetBlobList(255, 1, OPEN, lists);
+    std::vector<Points> expected = PointsOf(lists);
+    for (std::size_t i = 0; i < expected.size(); i += 2) {
+        auto &list = lists[static_cast<int>(i)];
+        for (int k = 0; k < 3; ++k) {
+            list.Add(k, 7);
+            expected[i].emplace_back(k, 7);
+        }
+        if (i % 4 == 0) {
+            list.Remove(0);
+            expected[i].erase(expected[i].begin());
+        }
+    }
+    EXPECT_EQ(PointsOf(lists), expected);
+    CPointArrayArray rest;
+    for (int i = 0; i < lists.GetElementCount(); ++i) {
+        if (i % 3 == 0)
+            rest.Add(std::move(lists[i]));
+        else
+            rest.Add(lists[i]);
+    }
+    lists.RemoveAll();
+    EXPECT_EQ(PointsOf(rest), expected);
 }
 
 TEST(BlobListTest, EveryClassAreaAndOutput) {
