@@ -25,22 +25,23 @@ HWY_INLINE Sides SidesOf(const Component &component) {
     return sides;
 }
 
+/// A bound as one of 32 bits, with room for a step on each side: extents stay below.
 HWY_INLINE std::int32_t Limited(long bound) {
-    return static_cast<std::int32_t>(std::clamp<long>(bound, std::numeric_limits<int>::min() / 2,
-                                                      std::numeric_limits<int>::max() / 2));
+    constexpr long most = std::numeric_limits<std::int32_t>::max();
+    return static_cast<std::int32_t>(std::clamp(bound, 1 - most, most));
 }
 
 std::size_t Choose(const Component *components, std::uint32_t count, const SizeBounds &bounds,
                    std::uint32_t *accepted) {
     // Left - right and top - bottom, then the same with the other sign, are to be at most this.
-    const Sides limits{Limited(bounds.slack - bounds.minWidth),
-                       Limited(bounds.slack - bounds.minHeight), Limited(bounds.maxWidth - 1),
-                       Limited(bounds.maxHeight - 1)};
+    const auto slack = static_cast<std::int32_t>(bounds.slack);
+    const Sides limits{slack - Limited(bounds.minWidth), slack - Limited(bounds.minHeight),
+                       Limited(bounds.maxWidth) - 1, Limited(bounds.maxHeight) - 1};
     const bool takesOnePixel = bounds.TakesOnePixel();
     std::size_t size = 0;
     for (std::uint32_t i = 0; i < count; ++i) {
         const Sides sides = SidesOf(components[i]);
-        const Sides negative = sides + __builtin_shuffle(sides, Sides{2, 3, 0, 1});
+        const Sides negative = sides + __builtin_shufflevector(sides, sides, 2, 3, 0, 1);
         const Sides extents = (negative ^ Sides{0, 0, -1, -1}) - Sides{0, 0, -1, -1};
         const Sides isBeyond = extents > limits;
         std::int64_t beyond[2];

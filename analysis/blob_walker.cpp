@@ -92,6 +92,13 @@ HWY_INLINE bool FindBranch(const Word *above, const Word *below, const Stretch &
     }
 }
 
+std::size_t CountBits(const PixelMap &map) {
+    std::size_t count = 0;
+    for (const Word word : map.Words())
+        count += static_cast<std::size_t>(std::popcount(word));
+    return count;
+}
+
 std::size_t TraceBlob(BlobWalker::Scratch &scratch, int seedX, int seedY, std::int64_t maxCount) {
     Word *const top = scratch.unvisited.Row(0);
     const std::ptrdiff_t stride = scratch.unvisited.Row(1) - top;
@@ -106,8 +113,10 @@ std::size_t TraceBlob(BlobWalker::Scratch &scratch, int seedX, int seedY, std::i
             static_cast<int>(std::min<std::int64_t>(others + 1, maxCount - (next - first)));
         if (HWY_UNLIKELY(count + POINTS_AT_ONCE > end - next)) {
             const auto written = static_cast<std::size_t>(next - first);
-            scratch.points.MakeRoom(written + static_cast<std::size_t>(count) + POINTS_AT_ONCE,
-                                    written);
+            const std::size_t size = written + static_cast<std::size_t>(count) + POINTS_AT_ONCE;
+            // The seed may have been visited before.
+            const std::size_t most = written + CountBits(scratch.unvisited) + 1 + POINTS_AT_ONCE;
+            scratch.points.MakeRoom(size, written, std::max(size, most));
             first = scratch.points.Next();
             next = first + written;
             end = first + scratch.points.Room();

@@ -17,6 +17,7 @@
 
 #include <bit>
 #include <cstdint>
+#include <span>
 #include <vector>
 
 namespace tavix {
@@ -29,6 +30,7 @@ public:
     void Mark(const PixelClass &pixels, int width, int height);
     std::uint64_t *Row(int y) { return m_words.data() + RowAt(y); }
     const std::uint64_t *Row(int y) const { return m_words.data() + RowAt(y); }
+    std::span<const std::uint64_t> Words() const { return m_words; }
 
 private:
     std::size_t RowAt(int y) const { return static_cast<std::size_t>(y + 1) * m_stride; }
@@ -64,7 +66,7 @@ public:
     /// The same from a seed without unvisited neighbours.
     std::size_t TakeLone(int x, int y) {
         if (m_scratch.points.Room() == 0)
-            m_scratch.points.MakeRoom(1, 0);
+            m_scratch.points.MakeRoom(1, 0, 1);
         *m_scratch.points.Next() = {x, y};
         return 1;
     }

@@ -88,10 +88,9 @@ void PointBlock::shrink_to_fit() {
         MoveTo(m_size);
 }
 
-void PointPool::MakeRoom(std::size_t size, std::size_t written) {
+void PointPool::MakeRoom(std::size_t size, std::size_t written, std::size_t most) {
     if (m_piece && m_blocks == 0) {
-        m_piece = Allocate(m_piece, std::max(2 * m_piece->capacity, size),
-                           SHARES_OF_POOL);
+        m_piece = Allocate(m_piece, std::clamp(2 * m_piece->capacity, size, most), SHARES_OF_POOL);
         return;
     }
     PointPiece *const piece = Allocate(nullptr, std::max(size, POINTS_OF_PIECE), SHARES_OF_POOL);

@@ -96,9 +96,9 @@ public:
     tagPOINT *Next() { return m_piece ? m_piece->Points() + m_used : nullptr; }
     const tagPOINT *Next() const { return m_piece ? m_piece->Points() + m_used : nullptr; }
     std::size_t Room() const { return m_piece ? m_piece->capacity - m_used : 0; }
-    /// Makes room for more points than there is room for, and keeps the first ones written. Throws
-    /// std::bad_alloc.
-    void MakeRoom(std::size_t size, std::size_t written);
+    /// Makes room for size points, more than there is room for, and keeps the first ones written. A
+    /// block will have at most so many. Throws std::bad_alloc.
+    void MakeRoom(std::size_t size, std::size_t written, std::size_t most);
     /// Makes a block of the first count points.
     PointBlock Take(std::size_t count);
     /// Gives back memory that is for a large block only.
