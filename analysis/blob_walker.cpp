@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <bit>
 #include <cstring>
+#include <limits>
 
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "TAVIX20/analysis/blob_walker.cpp"
@@ -92,6 +93,10 @@ HWY_INLINE bool FindBranch(const Word *above, const Word *below, const Stretch &
     }
 }
 
+/// From so many pixels on it is worth it to count how many more a blob may have, lest it gets room
+/// for many more.
+constexpr std::size_t COUNTED_FROM = 65536;
+
 std::size_t CountBits(const PixelMap &map) {
     std::size_t count = 0;
     for (const Word word : map.Words())
@@ -114,8 +119,11 @@ std::size_t TraceBlob(BlobWalker::Scratch &scratch, int seedX, int seedY, std::i
         if (HWY_UNLIKELY(count + POINTS_AT_ONCE > end - next)) {
             const auto written = static_cast<std::size_t>(next - first);
             const std::size_t size = written + static_cast<std::size_t>(count) + POINTS_AT_ONCE;
-            // The seed may have been visited before.
-            const std::size_t most = written + CountBits(scratch.unvisited) + 1 + POINTS_AT_ONCE;
+            // Of a large blob; the seed may have been visited before.
+            const std::size_t most =
+                written < COUNTED_FROM
+                    ? std::numeric_limits<std::size_t>::max()
+                    : written + CountBits(scratch.unvisited) + 1 + POINTS_AT_ONCE;
             scratch.points.MakeRoom(size, written, std::max(size, most));
             first = scratch.points.Next();
             next = first + written;
