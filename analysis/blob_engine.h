@@ -78,8 +78,8 @@ struct BlobSource {
     const PixelClass *neighbours = nullptr;
 };
 
-/// The memory in which the engines work. It stays with the image for the next call; the maps take
-/// two bits a pixel.
+/// The memory in which the engines work. It stays with the image for the next call; the map takes
+/// a bit a pixel.
 struct BlobScratch {
     BlobWalker::Scratch walk;
     RunLabeling::Scratch labeling;
