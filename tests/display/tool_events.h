@@ -32,9 +32,9 @@ protected:
         window.EnableContextMenu(0);
     }
 
-    /// A picture of 100 x 80 pixels, shown 2 times as large in a window that it fills.
+    /// A picture of 100 x 80 pixels that fills the window from its corner on.
     void ShowPicture(double zoom = 2.0) {
-        Show(150, 100);
+        Show(100, 80);
         const CTavixImage8 image = Noise(100, 80);
         window.SetImage(&image);
         window.Zoom(zoom);

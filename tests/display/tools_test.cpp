@@ -91,7 +91,7 @@ TEST_F(ToolTest, ChainsCloseUndoAndEndAtAThousandPoints) {
         window.SendToolResult(); // Nothing is left: an empty list.
         EXPECT_EQ(results[1], (ToolResult{tool, 0, 0, {}}));
         for (int i = 0; i < 1005; ++i)
-            Click(i % 140, 10);
+            Click(i % 80, 10);
         window.SendToolResult();
         EXPECT_EQ(results[2].points.size(), 1001U);
     }
