@@ -35,7 +35,7 @@ std::unique_ptr<CTavixImage8> LoadQuietly(const std::string &path) {
 
 } // namespace
 
-std::optional<Inspection> Inspect(const Options &options) {
+std::optional<Inspection> Inspect(const Options &options, HRGN region) {
     Inspection inspection;
     inspection.picture = LoadQuietly(options.image);
     if (!inspection.picture || inspection.picture->IsEmpty()) {
@@ -47,17 +47,17 @@ std::optional<Inspection> Inspect(const Options &options) {
     CTavixImage8 twoLevel(*inspection.picture);
     inspection.threshold = twoLevel.GetAutoThreshold();
     twoLevel.Threshold(static_cast<int>(inspection.threshold));
-    const int value = options.dark ? 0 : 255;
-    const int width = twoLevel.GetWidth();
-    const int height = twoLevel.GetHeight();
+    twoLevel.SetROI(region);
+    const unsigned char value = options.dark ? 0 : 255;
     const long minWidth = options.minWidth.value_or(1);
-    const long maxWidth = options.maxWidth.value_or(width);
+    const long maxWidth = options.maxWidth.value_or(twoLevel.GetWidth());
     const long minHeight = options.minHeight.value_or(1);
-    const long maxHeight = options.maxHeight.value_or(height);
-    twoLevel.GetBlobList(value, minWidth, maxWidth, minHeight, maxHeight, inspection.blobs);
+    const long maxHeight = options.maxHeight.value_or(twoLevel.GetHeight());
+    twoLevel.GetRangeBlobList(value, value, minWidth, maxWidth, minHeight, maxHeight,
+                              inspection.blobs);
     if (!options.points.empty())
-        twoLevel.GetBlobList(0, 0, width - 1, height - 1, value, minWidth, maxWidth, minHeight,
-                             maxHeight, inspection.points);
+        twoLevel.GetRangeBlobList(value, value, minWidth, maxWidth, minHeight, maxHeight,
+                                  inspection.points);
     return inspection;
 }
 
@@ -88,10 +88,10 @@ bool WriteCsv(const CBlobRectArray &blobs, const std::string &path) {
     return !file.fail();
 }
 
-bool WritePoints(const TavixArray::CPointArrayArray &blobs, const std::string &path) {
+bool WritePoints(const TavixArray::CPixelArrayArray &blobs, const std::string &path) {
     std::ofstream file(path, std::ios::trunc);
     for (int i = 0; i < blobs.GetElementCount(); ++i) {
-        const TavixArray::CPointArray &blob = blobs[i];
+        const TavixArray::CPixelArray &blob = blobs[i];
         for (int k = 0; k < blob.GetElementCount(); ++k)
             file << blob[k].x << ',' << blob[k].y << ';';
         file << '\n';

@@ -11,12 +11,13 @@ struct Inspection {
     std::unique_ptr<CTavixImage8> picture; ///< As loaded.
     long threshold;                        ///< The automatic threshold.
     CBlobRectArray blobs;
-    TavixArray::CPointArrayArray points; ///< The pixels of each blob, where they are asked for.
+    TavixArray::CPixelArrayArray points; ///< The pixels of each blob, where they are asked for.
 };
 
-/// Loads the picture, makes a two-level copy and lists its blobs. Nothing, with the reason on
-/// standard error, when the file is not a picture with one or three channels.
-std::optional<Inspection> Inspect(const Options &options);
+/// Loads the picture, makes a two-level copy and lists its blobs, those in the region unless that
+/// is null. Nothing, with the reason on standard error, when the file is not a picture with one or
+/// three channels.
+std::optional<Inspection> Inspect(const Options &options, HRGN region);
 
 /// Prints threshold, blobs and their number to standard output.
 void PrintReport(const Inspection &inspection);
@@ -25,4 +26,4 @@ void PrintReport(const Inspection &inspection);
 bool WriteCsv(const CBlobRectArray &blobs, const std::string &path);
 
 /// Writes a line for each blob, its pixels as "x,y;". False when the file cannot be written.
-bool WritePoints(const TavixArray::CPointArrayArray &blobs, const std::string &path);
+bool WritePoints(const TavixArray::CPixelArrayArray &blobs, const std::string &path);

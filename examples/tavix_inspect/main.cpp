@@ -1,11 +1,14 @@
 // tavix-inspect: the library's main job on one picture. Loads it, finds the automatic threshold,
-// makes it two-level, collects the blobs, and shows the picture with a rectangle around each.
+// makes it two-level, collects the blobs, all or those in regions of interest, and shows the
+// picture with a rectangle around each.
 //
 // Exit codes: 0 done; 1 nothing to show it on, or a file that cannot be written; 2 a picture that
 // cannot be read, or a wrong command line.
 
 #include "inspection.h"
 #include "window.h"
+
+#include <QApplication>
 
 #include <cstdio>
 
@@ -15,7 +18,16 @@ int main(int argc, char **argv) {
     if (!options)
         return exitCode;
 
-    const std::optional<Inspection> inspection = Inspect(*options);
+    const bool isShown = ChoosePlatform(*options);
+    const QApplication application(argc, argv);
+    CTavixWnd window;
+    RegionHandle region;
+    if (!options->roi.empty()) {
+        region = OpenRoi(window, options->roi);
+        if (!region)
+            return 2;
+    }
+    const std::optional<Inspection> inspection = Inspect(*options, region.get());
     if (!inspection)
         return 2;
     PrintReport(*inspection);
@@ -30,12 +42,12 @@ int main(int argc, char **argv) {
     }
 
     if (!options->screenshot.empty())
-        return RenderScreenshot(*options, *inspection, argc, argv);
-    if (!HasDisplay()) {
+        return RenderScreenshot(window, *options, *inspection);
+    if (!isShown) {
         std::fputs("tavix-inspect: there is no display to show the window on; "
                    "--screenshot FILE renders it to a file\n",
                    stderr);
         return 1;
     }
-    return ShowWindow(*options, *inspection, argc, argv);
+    return ShowWindow(window, *options, *inspection);
 }

@@ -54,6 +54,8 @@ std::optional<Options> ParseOptions(int argc, char **argv, int &exitCode) {
                                  "FILE");
     const QCommandLineOption points(
         "points", "Write the pixels of each blob to FILE, a line each, as \"x,y;\".", "FILE");
+    const QCommandLineOption roi(
+        "roi", "Look only where the regions of interest of the file FILE (.roix) lie.", "FILE");
     const QCommandLineOption screenshot(
         "screenshot", "Render the window to the PNG file FILE and exit; needs no display.", "FILE");
     const QCommandLineOption size("size", "Size of the window or screenshot in pixels.", "WxH",
@@ -73,7 +75,7 @@ std::optional<Options> ParseOptions(int argc, char **argv, int &exitCode) {
         "blobs.");
     parser.addPositionalArgument("IMAGE", "The picture.");
     parser.addOptions(
-        {csv, points, screenshot, size, dark, minWidth, maxWidth, minHeight, maxHeight, help});
+        {csv, points, roi, screenshot, size, dark, minWidth, maxWidth, minHeight, maxHeight, help});
 
     try {
         if (!parser.parse(arguments))
@@ -90,6 +92,7 @@ std::optional<Options> ParseOptions(int argc, char **argv, int &exitCode) {
         options.image = parser.positionalArguments().constFirst().toLocal8Bit().toStdString();
         options.csv = parser.value(csv).toLocal8Bit().toStdString();
         options.points = parser.value(points).toLocal8Bit().toStdString();
+        options.roi = parser.value(roi).toLocal8Bit().toStdString();
         options.screenshot = parser.value(screenshot).toLocal8Bit().toStdString();
         ParseSize(parser.value(size), options);
         options.dark = parser.isSet(dark);

@@ -8,6 +8,7 @@ struct Options {
     std::string image;
     std::string csv;        ///< Empty: no CSV file.
     std::string points;     ///< Empty: no file of pixels.
+    std::string roi;        ///< Empty: the whole picture.
     std::string screenshot; ///< Empty: open a window.
     int width = 1280;       ///< Of the window or the screenshot.
     int height = 960;

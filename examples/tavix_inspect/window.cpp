@@ -44,8 +44,6 @@ void AddShortcuts(CTavixWnd &window) {
     add(Qt::Key_Escape, [&window] { window.close(); });
 }
 
-} // namespace
-
 // Qt ends the program when it finds no display, so a child process tries first.
 bool HasDisplay() {
     const QByteArray platform = qgetenv("QT_QPA_PLATFORM");
@@ -71,20 +69,36 @@ bool HasDisplay() {
     return WIFEXITED(status) && WEXITSTATUS(status) == 0;
 }
 
-int ShowWindow(const Options &options, const Inspection &inspection, int argc, char **argv) {
-    const QApplication application(argc, argv);
-    CTavixWnd window;
+} // namespace
+
+bool ChoosePlatform(const Options &options) {
+    const bool isShown = options.screenshot.empty() && HasDisplay();
+    if (!isShown && (options.screenshot.empty() || qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")))
+        qputenv("QT_QPA_PLATFORM", "offscreen");
+    return isShown;
+}
+
+RegionHandle OpenRoi(CTavixWnd &window, const std::string &path) {
+    if (!window.RoiFileOpen(path.c_str())) {
+        std::fprintf(stderr, "tavix-inspect: cannot read regions of interest from '%s'\n",
+                     path.c_str());
+        return nullptr;
+    }
+    RegionHandle region(window.GetROI());
+    if (!region)
+        std::fprintf(stderr, "tavix-inspect: the regions of interest in '%s' are empty\n",
+                     path.c_str());
+    return region;
+}
+
+int ShowWindow(CTavixWnd &window, const Options &options, const Inspection &inspection) {
     Fill(window, options, inspection);
     AddShortcuts(window);
     window.show();
     return QApplication::exec();
 }
 
-int RenderScreenshot(const Options &options, const Inspection &inspection, int argc, char **argv) {
-    if (qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM"))
-        qputenv("QT_QPA_PLATFORM", "offscreen");
-    const QApplication application(argc, argv);
-    CTavixWnd window;
+int RenderScreenshot(CTavixWnd &window, const Options &options, const Inspection &inspection) {
     Fill(window, options, inspection);
     if (!window.grab().save(QString::fromLocal8Bit(options.screenshot.c_str()), "PNG")) {
         std::fprintf(stderr, "tavix-inspect: cannot write '%s'\n", options.screenshot.c_str());

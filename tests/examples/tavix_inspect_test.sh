@@ -43,6 +43,21 @@ awk -F, 'NR > 1 && ($3-$1 < 20 || $3-$1 > 59 || $4-$2 < 20 || $4-$2 > 59) { bad 
          END { exit bad || NR < 2 }' "$work/large.csv" || fail "bounds"
 [ "$(wc -l <"$work/large.csv")" -le "$count" ] || fail "bounds did not restrict"
 
+# Regions of interest restrict it, too: a rectangle's mask has its right and bottom edges in it.
+roi="<Tavix_ROI><ImageSize>1,1</ImageSize><RoiElements><Element><Points>50,40;200,40;200,160;50,160;\
+</Points></Element></RoiElements></Tavix_ROI>"
+printf '%s' "$roi" >"$work/a.roix"
+expect 0 "$picture" --roi "$work/a.roix" --csv "$work/roi.csv" --points "$work/points.txt" \
+    --screenshot "$work/shot.png"
+awk -F, 'NR > 1 && ($1 < 50 || $3 > 200 || $2 < 40 || $4 > 160) { bad = 1 }
+         END { exit bad || NR < 2 }' "$work/roi.csv" || fail "blobs outside the region"
+! cmp -s "$work/roi.csv" "$work/blobs.csv" || fail "--roi changes nothing"
+printf '%s' "${roi/50,40;/}" | sed 's/200,40;200,160;//' >"$work/empty.roix"
+for useless in "$work/missing.roix" "$work/blobs.csv" "$work/empty.roix"; do
+    expect 2 "$picture" --roi "$useless" --screenshot "$work/shot.png"
+    grep -qF "$useless" "$work/err" || fail "message does not name $useless"
+done
+
 expect 0 "$picture" --dark --csv "$work/dark.csv" --screenshot "$work/shot.png"
 ! cmp -s "$work/dark.csv" "$work/blobs.csv" || fail "--dark changes nothing"
 
