@@ -69,10 +69,10 @@ void PrintRow(const Comparison &row, const Collector &times) {
     std::printf("%-46s %10.4f  %-38s %10.4f %7.2f %7.2f  %s\n", row.operation.c_str(), ourMedian,
                 row.peer.c_str(), peerMedian, ratio, row.target,
                 ratio >= row.target ? "met" : "MISSED");
-    const double frames = 1000.0 / ourMedian;
-    if (row.frames > 0.0)
-        std::printf("%46s %10.1f frames/s, at least %.0f  %s\n", "", frames, row.frames,
-                    frames >= row.frames ? "met" : "MISSED");
+    const double rate = 1000.0 / ourMedian;
+    if (row.rate > 0.0)
+        std::printf("%46s %10.1f a second, at least %.1f  %s\n", "", rate, row.rate,
+                    rate >= row.rate ? "met" : "MISSED");
 }
 
 } // namespace

@@ -11,7 +11,7 @@ struct Comparison {
     double target;         ///< The peer's time divided by ours is to be at least this.
     std::function<void()> ours;
     std::function<void()> theirs;
-    double frames = 0.0; ///< Unless 0: calls are frames, and so many a second are to be reached.
+    double rate = 0.0; ///< Unless 0: so many calls a second, or frames, are to be reached.
 };
 
 /// Adds a row. Both functions do the whole work once a call and keep their data alive.
@@ -30,5 +30,6 @@ void AddFileComparisons();
 void AddImageComparisons();
 void AddStringComparisons();
 void AddOverlayComparisons();
+void AddRoiComparisons();
 void AddTransformComparisons();
 void AddXmlComparisons();

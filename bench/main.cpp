@@ -18,6 +18,7 @@ int main(int argc, char **argv) {
     AddFileComparisons();
     AddStringComparisons();
     AddOverlayComparisons();
+    AddRoiComparisons();
     AddXmlComparisons();
     return RunComparisons(argc, argv);
 }

@@ -8,6 +8,7 @@
 #include "TAVIX20/display/view_transform.h"
 
 #include <algorithm>
+#include <climits>
 #include <utility>
 
 namespace {
@@ -151,6 +152,18 @@ const CPointArrayArray &CRoiElementArray::HoleOutlines() const {
 void CRoiElementArray::UpdateClientOutlines(const tavix::ViewTransform &view) {
     ConvertOutlines(OuterOutlines(), view, m_clientOuter);
     ConvertOutlines(HoleOutlines(), view, m_clientHoles);
+}
+
+// Holes lie inside.
+CRect CRoiElementArray::ClientBounds() const {
+    CRect bounds(INT_MAX, INT_MAX, INT_MIN, INT_MIN);
+    for (int i = 0; i < m_clientOuter.GetElementCount(); ++i) {
+        const CRect outline = m_clientOuter[i].GetBounds();
+        bounds = {std::min(bounds.left, outline.left), std::min(bounds.top, outline.top),
+                  std::max(bounds.right, outline.right + 1),
+                  std::max(bounds.bottom, outline.bottom + 1)};
+    }
+    return bounds.left < bounds.right ? bounds : CRect();
 }
 
 tavix::RunRegion CRoiElementArray::WithoutIslands() const {

@@ -48,6 +48,8 @@ public:
     /// first point.
     const TavixArray::CPointArrayArray &ClientOuterOutlines() const { return m_clientOuter; }
     const TavixArray::CPointArrayArray &ClientHoleOutlines() const { return m_clientHoles; }
+    /// What they lie in.
+    CRect ClientBounds() const;
     /// To be called after every change, zoom and scroll.
     void UpdateClientOutlines(const tavix::ViewTransform &view);
 

@@ -122,6 +122,7 @@ void CTavixView::ShowPixelGrid(bool show) {
 }
 
 void CTavixView::Repaint() {
+    m_needsRepaint = true;
     viewport()->update();
 }
 
@@ -182,15 +183,19 @@ void CTavixView::resizeEvent(QResizeEvent *) {
 
 void CTavixView::paintEvent(QPaintEvent *event) {
     QPainter painter(viewport());
-    PaintPicture(painter, m_transform, event->region());
+    const bool isStripeTick = IsStripeTick(painter);
+    if (!isStripeTick)
+        PaintPicture(painter, m_transform, event->region());
     painter.setClipRegion(event->region());
     if (m_transform.HasImage()) {
-        PaintOverlays(painter, m_transform, event->rect());
+        if (!isStripeTick)
+            PaintOverlays(painter, m_transform, event->rect());
         PaintStripes(painter, event->rect());
         PaintTool(painter);
     }
     if (m_showCrossLine)
         PaintCrossLine(painter);
+    m_needsRepaint = false;
 }
 
 /// The picture with what belongs to its pixels, and the background around it.

@@ -214,6 +214,7 @@ private:
     bool HandleToolMessage(QEvent &event);
     void RoisChanged();
     void UpdateStripes();
+    bool IsStripeTick(const QPainter &painter);
     void PaintStripes(QPainter &painter, const QRect &visible) const;
     void AskForRoiFileToOpen();
     void AskForRoiFileToSave();
@@ -224,6 +225,8 @@ private:
     CRoiElementArray m_rois;
     tavix::RoiStripes m_stripes;
     QBasicTimer m_stripeTimer;            ///< Runs while there are elements.
+    bool m_isStripeTick = false;          ///< A paint is under way only for the stripes' next step.
+    bool m_needsRepaint = true;           ///< More than that may have changed since the last paint.
     int m_roiMode = 0;                    ///< A _ROI_TOOL_MODE.
     std::unique_ptr<CTavixImage> m_image; ///< Null while nothing is shown.
     tavix::ViewTransform m_transform;

@@ -6,8 +6,10 @@
 #include "TAVIX20/display/roi_file.h"
 #include "TAVIX20/display/tool_types.h"
 
+#include <QBackingStore>
 #include <QFile>
 #include <QFileDialog>
+#include <QPaintEngine>
 #include <QPainter>
 #include <QTimerEvent>
 
@@ -81,7 +83,18 @@ void CTavixView::timerEvent(QTimerEvent *event) {
     if (event->timerId() != m_stripeTimer.timerId())
         return QAbstractScrollArea::timerEvent(event);
     m_stripes.Advance();
-    Repaint();
+    m_isStripeTick = true;
+    viewport()->update(QRect(m_rois.ClientBounds()) & viewport()->rect());
+}
+
+/// A tick of the stripes changes nothing but their pixels, which are drawn over those of the last
+/// one. That is enough where the window still shows what was painted last, and nothing is drawn
+/// over the stripes that a second drawing would change.
+bool CTavixView::IsStripeTick(const QPainter &painter) {
+    const bool isTick = std::exchange(m_isStripeTick, false);
+    QBackingStore *const screen = viewport()->backingStore();
+    return isTick && !m_needsRepaint && !IsMouseCaptured() && screen &&
+           painter.paintEngine()->paintDevice() == screen->paintDevice();
 }
 
 void CTavixView::PaintStripes(QPainter &painter, const QRect &visible) const {
