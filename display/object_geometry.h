@@ -26,6 +26,13 @@ constexpr std::int64_t LimitShift(std::int64_t delta, std::int32_t low, std::int
     return std::clamp(delta, lowest - low, highest - high);
 }
 
+/// The points of a host's list; none for null and counts below 1.
+constexpr std::span<const tagPOINT> PointsOf(const tagPOINT *points, int count) {
+    if (!points || count <= 0)
+        return {};
+    return {points, static_cast<std::size_t>(count)};
+}
+
 /// The smallest rectangle, all edges inclusive, around the points; null without any.
 inline CRect BoundsOf(std::span<const tagPOINT> points) {
     if (points.empty())

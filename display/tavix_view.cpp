@@ -106,11 +106,6 @@ void CTavixView::CursorPosToCenter() {
     ApplyTransform();
 }
 
-void CTavixView::ShowLayer(bool show) {
-    m_showLayer = show;
-    Repaint();
-}
-
 void CTavixView::SetViewCrossLine(bool show) {
     m_showCrossLine = show;
     Repaint();
@@ -203,6 +198,7 @@ void CTavixView::PaintPicture(QPainter &painter, const tavix::ViewTransform &tra
                               const QRegion &exposed) const {
     const CPoint start = transform.Origin() - CSize(transform.Scroll().x, transform.Scroll().y);
     const QPointF corner(start.x, start.y);
+    HandOverLayer();
     m_picture.Paint(painter, exposed, corner, transform.Zoom(), BACKGROUND);
     if (m_showPixelGrid && m_transform.HasImage())
         m_pixelGrid.Paint(painter, exposed, PictureRows(), corner, transform.Zoom());

@@ -2,6 +2,7 @@
 #pragma once
 
 #include "TAVIX20/display/draw_obj_array.h"
+#include "TAVIX20/display/layer.h"
 #include "TAVIX20/display/picture_painter.h"
 #include "TAVIX20/display/pixel_grid.h"
 #include "TAVIX20/display/roi_element_array.h"
@@ -99,6 +100,10 @@ public:
     double Calibration() const { return m_calibration; }
     void SetCalibration(double unitsPerPixel);
 
+    // The layer; tavix_view_layer.cpp.
+    tavix::Layer &GetLayer() { return m_layer; }
+    /// To be called after painting into it: shows what was painted.
+    void LayerChanged();
     void ShowLayer(bool show);
     bool IsLayerShown() const { return m_showLayer; }
     void SetViewCrossLine(bool show);
@@ -188,6 +193,8 @@ private:
     void PaintPicture(QPainter &painter, const tavix::ViewTransform &transform,
                       const QRegion &exposed) const;
     tavix::PixelRows PictureRows() const;
+    void ResetLayer();
+    void HandOverLayer() const;
     void InitialiseObjects();
     void PaintObjects(QPainter &painter, const tavix::ViewTransform &transform,
                       const QRect &visible) const;
@@ -232,7 +239,9 @@ private:
     tavix::ViewTransform m_transform;
     mutable tavix::PicturePainter m_picture; ///< Paints the image, and keeps what paints share.
     mutable tavix::PixelGrid m_pixelGrid;
-    mutable CDrawObjArray m_objects; ///< Drawing them builds their place index.
+    tavix::Layer m_layer;
+    mutable bool m_layerChanged = false; ///< Since it was last handed to m_picture.
+    mutable CDrawObjArray m_objects;     ///< Drawing them builds their place index.
     double m_calibration = 1.0;
     tavix::ViewCallbacks m_callbacks;
     QPointer<QMenu> m_contextMenu;        ///< A child; null until it is opened.

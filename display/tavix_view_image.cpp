@@ -44,6 +44,7 @@ bool AreAlike(const CTavixImage &a, const CTavixImage &b) {
 void CTavixView::TakeImage(std::unique_ptr<CTavixImage> image) {
     m_image = HasPixels(image.get()) ? std::move(image) : nullptr;
     m_transform.SetImageSize(m_image ? CSize(m_image->GetWidth(), m_image->GetHeight()) : CSize());
+    ResetLayer();
     PixelsChanged();
     ZoomFitTo();
 }

@@ -311,6 +311,63 @@ public:
     /// Area of GetROI's region in pixels.
     double GetRoiToPixelCount() const;
 
+    // The layer; tavix_wnd_layer.cpp.
+    //
+    // A bitmap of the image's size with alpha that lies over the picture. What is painted into it
+    // are pixels from then on, in any number. Every new image and every change of the size begins a
+    // fresh, fully transparent one; without an image nothing is painted.
+    //
+    // Coordinates are those of the image; what lies outside it is not painted. Shapes cover whole
+    // pixels, only text has soft edges, and they are laid over what is there with the layer alpha:
+    // a pixel that was transparent gets exactly that alpha and the colour, 0x00BBGGRR. Widths of
+    // pens are in image pixels, from 1 to 1,000, rounded to whole ones. Point lists may be null (no
+    // points) and hold 0, 1 or millions of points.
+
+    /// The pixels at the points become alpha and colour, whatever they were: the last one wins.
+    void AddPointLayerObject(int x, int y, unsigned long colour);
+    void AddPointsLayerObject(const TavixArray::CPointArray &points, unsigned long colour);
+    void AddPointsLayerObject(const tagPOINT *points, int count, unsigned long colour);
+    /// A line; both end pixels belong to it.
+    void AddLineLayerObject(int x1, int y1, int x2, int y2, double width, unsigned long colour);
+    /// The pixels x to x + w - 1 and y to y + h - 1; negative sizes extend to the other side, and a
+    /// size of 0 paints nothing. Outlines lie on the outermost of these pixels and grow inwards.
+    void AddRectangleLayerObject(int x, int y, int w, int h, double width, unsigned long colour);
+    void AddFillRectangleLayerObject(int x, int y, int w, int h, unsigned long colour);
+    /// The ellipse in that box: the pixels whose centres lie in it.
+    void AddEllipseLayerObject(int x, int y, int w, int h, double width, unsigned long colour);
+    void AddFillEllipseLayerObject(int x, int y, int w, int h, unsigned long colour);
+    /// The pixels x - a to x + a of row y and y - b to y + b of column x; negative arms count as 0.
+    void AddCrossPointLayerObject(int x, int y, int a, int b, unsigned long colour);
+    /// Lines from point to point; a polygon's also from the last to the first. One point is a dot.
+    void AddPolylineLayerObject(const TavixArray::CPointArray &points, double width,
+                                unsigned long colour);
+    void AddPolylineLayerObject(const tagPOINT *points, int count, double width,
+                                unsigned long colour);
+    void AddPolygonLayerObject(const TavixArray::CPointArray &points, double width,
+                               unsigned long colour);
+    void AddPolygonLayerObject(const tagPOINT *points, int count, double width,
+                               unsigned long colour);
+    /// A polygon's outline and inside, by the winding rule.
+    void AddFillPolygonLayerObject(const TavixArray::CPointArray &points, unsigned long colour);
+    void AddFillPolygonLayerObject(const tagPOINT *points, int count, unsigned long colour);
+    /// The same in colour2 with the outline and rising lines, 8 pixels apart, in colour1.
+    void AddHatchFillPolygonLayerObject(const TavixArray::CPointArray &points,
+                                        unsigned long colour1, unsigned long colour2);
+    void AddHatchFillPolygonLayerObject(const tagPOINT *points, int count, unsigned long colour1,
+                                        unsigned long colour2);
+    /// Text as AddText draws it at zoom 1, in a face of up to 31 bytes: for null and the empty
+    /// string the one of AddText, for one that does not exist a similar one.
+    void AddTextLayerObject(int x, int y, const char *text, int size, unsigned long colour,
+                            const char *face);
+    /// The picture of the file, of any kind that LoadImageA reads, as large as fits into the box at
+    /// its aspect ratio, in the middle and smoothly scaled. A file's own alpha is not used; one
+    /// that cannot be read paints nothing.
+    void AddImageLayerObject(int x, int y, int w, int h, const char *path);
+    /// The alpha of what is painted from now on, in every window of the process: the low 8 bits,
+    /// 255 at first. With 0 only points change pixels.
+    static void SetLayerAlpha(int alpha);
+    /// Makes the whole layer transparent and gives its memory back.
+    void RemoveAllLayers();
     /// Shows (not 0) or hides the layer; it is hidden at first.
     void ShowLayer(int show);
     /// Shows or hides a green line across and one down through the middle of the window, the point

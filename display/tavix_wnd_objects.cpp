@@ -15,6 +15,7 @@
 #include <span>
 
 using TavixArray::CPointArray;
+using tavix::PointsOf;
 
 namespace {
 
@@ -37,12 +38,6 @@ void Add(CTavixView &view, const Style &style, const char *name, const Arguments
     object->SetStyle(style.width, style.style, static_cast<COLORREF>(style.colour));
     object->SetName(name);
     view.Objects().Add(std::move(object));
-}
-
-std::span<const tagPOINT> PointsOf(const tagPOINT *points, int count) {
-    if (!points || count <= 0)
-        return {};
-    return {points, static_cast<std::size_t>(count)};
 }
 
 std::span<const tagPOINT> PointsOf(const CPointArray &points) {
@@ -234,6 +229,7 @@ int CTavixWnd::RemoveAllGraphics() {
 
 void CTavixWnd::RemoveAll() {
     RemoveAllGraphics();
+    RemoveAllLayers();
 }
 
 CString CTavixWnd::GetObjectString() const {
