@@ -14,6 +14,7 @@
 #include <algorithm>
 #include <map>
 #include <memory>
+#include <vector>
 
 namespace {
 
@@ -176,6 +177,60 @@ void AddLiveView() {
          }});
 }
 
+/// A window on a large image, points in it, and the bitmap of the peer.
+struct LayerScene {
+    static constexpr int SIDE = 2048;
+    static constexpr int COUNT = 100000;
+
+    LayerScene() {
+        window.CreateImage(SIDE, SIDE, 8);
+        window.ShowLayer(1);
+        unsigned random = 1;
+        for (tagPOINT &point : points) {
+            random = random * 1664525 + 1013904223;
+            point = {static_cast<int>(random >> 21), static_cast<int>(random >> 10) % SIDE};
+        }
+    }
+
+    void SetPixels(QImage &image) const {
+        for (const tagPOINT &point : points)
+            image.setPixel(point.x, point.y, 0xFFFF0000);
+    }
+
+    CTavixWnd window;
+    std::vector<tagPOINT> points = std::vector<tagPOINT>(COUNT);
+    QImage kept{SIDE, SIDE, QImage::Format_ARGB32};
+};
+
+void AddLayerPoints() {
+    constexpr double calls = 50.0; // In 20 ms each.
+    const auto made = std::make_shared<std::unique_ptr<LayerScene>>();
+    const auto scene = [made]() -> LayerScene & {
+        if (!*made)
+            *made = std::make_unique<LayerScene>();
+        return **made;
+    };
+    AddComparison({"100,000 points in a fresh layer, one call", "QImage::fill, setPixel", 1.0,
+                   [scene] {
+                       scene().window.RemoveAllLayers();
+                       scene().window.AddPointsLayerObject(scene().points.data(), LayerScene::COUNT,
+                                                           0x0000FF);
+                   },
+                   [scene] {
+                       QImage fresh(LayerScene::SIDE, LayerScene::SIDE, QImage::Format_ARGB32);
+                       fresh.fill(0);
+                       scene().SetPixels(fresh);
+                   },
+                   calls});
+    AddComparison({"100,000 points in a layer, one by one", "QImage::setPixel", 0.5,
+                   [scene] {
+                       LayerScene &all = scene();
+                       for (const tagPOINT &point : all.points)
+                           all.window.AddPointLayerObject(point.x, point.y, 0x0000FF);
+                   },
+                   [scene] { scene().SetPixels(scene().kept); }, calls});
+}
+
 } // namespace
 
 void AddDisplayComparisons() {
@@ -191,4 +246,5 @@ void AddDisplayComparisons() {
         AddPan(scene, text, zoom);
     AddPyramid(scene);
     AddLiveView();
+    AddLayerPoints();
 }
