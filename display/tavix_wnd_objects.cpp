@@ -14,8 +14,8 @@
 
 #include <span>
 
-using TavixArray::CPointArray;
 using tavix::PointsOf;
+using TavixArray::CPointArray;
 
 namespace {
 
