@@ -8,6 +8,7 @@
 #include <QPointer>
 #include <QShortcut>
 #include <QSignalSpy>
+#include <QTimer>
 #include <QWindow>
 
 #include <functional>
@@ -298,10 +299,32 @@ TEST_F(WndInputTest, TheRightButtonOpensTheMenuWhileEnabled) {
     ASSERT_TRUE(menu() && menu()->isVisible());
     EXPECT_EQ(window.IsMouseCaptured(), 0);
     for (QAction *action : menu()->actions())
-        action->trigger();
+        if (!action->data().isValid())
+            action->trigger();
     QCoreApplication::processEvents();
     EXPECT_EQ(window.GetZoomFitToMode(), 1);
     EXPECT_EQ(QGuiApplication::clipboard()->image().size(), QSize(100, 80));
+
+    const auto command = [&](int number) {
+        for (QAction *action : menu()->actions())
+            if (action->data() == number)
+                return action;
+        return static_cast<QAction *>(nullptr);
+    };
+    EXPECT_EQ(command(6000)->text(), "ROI Open(&O) ...");
+    EXPECT_EQ(command(6001)->text(), "ROI Save(&S) ...");
+    EXPECT_FALSE(command(6001)->isVisible()) << "there is nothing to save";
+    QString title;
+    QTimer::singleShot(0, &window, [&] {
+        QTimer::singleShot(0, &window, [&] {
+            title = QApplication::activeModalWidget()->windowTitle();
+            QApplication::activeModalWidget()->close();
+        });
+    });
+    command(6000)->trigger();
+    QCoreApplication::processEvents();
+    QCoreApplication::processEvents();
+    EXPECT_EQ(title, "Open ROI File");
 }
 
 TEST(WndLifeTest, FunctionsAndSlotsMayDestroyTheWindow) {
