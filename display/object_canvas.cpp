@@ -67,6 +67,7 @@ QString Shown(const std::string &text) {
 ObjectCanvas::ObjectCanvas(QPainter &painter, const ViewTransform &view, const QRect &clip,
                            CanvasStorage &storage)
     : m_painter(painter),
+      m_plain(PlainFiller::Under(painter)),
       m_storage(storage),
       m_clip(clip),
       m_zoom(view.Zoom()),
@@ -110,6 +111,10 @@ std::vector<QPointF> &ObjectCanvas::Points() {
 }
 
 void ObjectCanvas::Fill(const QRect &pixels, COLORREF colour) {
+    if (m_plain) {
+        m_plain->Fill(pixels, ToQRgb(colour));
+        return;
+    }
     std::vector<QRect> &fills = m_storage.fills;
     if (colour != m_fillColour || fills.size() >= CanvasStorage::MAX_BATCH) {
         Flush();

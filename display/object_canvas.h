@@ -6,6 +6,7 @@
 #pragma once
 
 #include "TAVIX20/display/draw_obj.h"
+#include "TAVIX20/display/plain_image.h"
 #include "TAVIX20/platform/types.h"
 
 #include <QColor>
@@ -13,6 +14,7 @@
 #include <QPointF>
 #include <QRect>
 
+#include <optional>
 #include <span>
 #include <string>
 #include <string_view>
@@ -122,13 +124,14 @@ public:
 private:
     void Flush();
     void FillRow(int y, int left, int right, COLORREF colour);
-    void ThinLine(const QPointF &from, const QPointF &to);
-    void DrawPixels();
+    void ThinLine(const QPointF &from, const QPointF &to, COLORREF colour);
+    void DrawPixels(COLORREF colour);
     void StrokeRun(const Pen &pen, Qt::PenCapStyle cap, double phase);
     void FillInside(std::span<const QPointF> points, const QBrush &brush);
     void SetFont(const TextStyle &style);
 
     QPainter &m_painter;
+    std::optional<PlainFiller> m_plain; ///< Fills instead of the painter, if it can.
     CanvasStorage &m_storage;
     QRect m_clip;
     double m_zoom;
@@ -141,6 +144,7 @@ private:
     int m_fontFlags = 0;
 };
 
+QRgb ToQRgb(COLORREF colour);
 QColor ToQColor(COLORREF colour);
 
 /// False for positions far outside every screen, where QPainter's rasteriser loses its footing.

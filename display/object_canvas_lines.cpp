@@ -92,8 +92,12 @@ void CutSide(const std::vector<QPointF> &from, std::vector<QPointF> &to, double 
 
 } // namespace
 
+QRgb ToQRgb(COLORREF colour) {
+    return qRgb(GetRValue(colour), GetGValue(colour), GetBValue(colour));
+}
+
 QColor ToQColor(COLORREF colour) {
-    return {GetRValue(colour), GetGValue(colour), GetBValue(colour)};
+    return ToQRgb(colour);
 }
 
 bool IsReachable(const QPointF &point) {
@@ -177,7 +181,7 @@ void ObjectCanvas::Polyline(std::span<const QPointF> points, bool closed, const 
 /// Collects the pixels of a line one pixel wide: along its longer axis one each, the nearest to it
 /// on the other. QPainter's own may lie one beside, and then leave holes between a polygon's inside
 /// and its outline.
-void ObjectCanvas::ThinLine(const QPointF &from, const QPointF &to) {
+void ObjectCanvas::ThinLine(const QPointF &from, const QPointF &to, COLORREF colour) {
     const auto pixel = [](double position) {
         return static_cast<std::int64_t>(std::floor(position));
     };
@@ -216,12 +220,19 @@ void ObjectCanvas::ThinLine(const QPointF &from, const QPointF &to) {
         rest += rise;
     }
     if (pixels.size() >= CanvasStorage::MAX_BATCH)
-        DrawPixels();
+        DrawPixels(colour);
 }
 
-void ObjectCanvas::DrawPixels() {
+/// Draws what ThinLine has collected.
+void ObjectCanvas::DrawPixels(COLORREF colour) {
     std::vector<QPoint> &pixels = m_storage.pixels;
-    m_painter.drawPoints(pixels.data(), static_cast<int>(pixels.size()));
+    if (m_plain) {
+        for (const QPoint &pixel : pixels)
+            m_plain->Set(pixel, ToQRgb(colour));
+    } else {
+        m_painter.setPen(ToQColor(colour));
+        m_painter.drawPoints(pixels.data(), static_cast<int>(pixels.size()));
+    }
     pixels.clear();
 }
 
@@ -230,20 +241,18 @@ void ObjectCanvas::StrokeRun(const Pen &pen, Qt::PenCapStyle cap, double phase) 
     std::vector<QPointF> &run = m_storage.run;
     if (run.size() == 1)
         run.push_back(run.front());
-    if (!run.empty()) {
+    if (!run.empty() && pen.style == PS_SOLID && pen.width <= 1) {
+        for (std::size_t i = 1; i < run.size(); ++i)
+            ThinLine(run[i - 1], run[i], pen.colour);
+        DrawPixels(pen.colour);
+    } else if (!run.empty()) {
         QPen line(ToQColor(pen.colour), std::min(pen.width, Pen::MAX_WIDTH), ToQtStyle(pen.style),
                   run.front() == run.back() && run.size() == 2 ? Qt::SquareCap : cap,
                   Qt::RoundJoin);
         if (pen.style != PS_SOLID)
             line.setDashOffset(std::fmod(phase, DASH_PERIOD));
         m_painter.setPen(line);
-        if (pen.style == PS_SOLID && pen.width <= 1) {
-            for (std::size_t i = 1; i < run.size(); ++i)
-                ThinLine(run[i - 1], run[i]);
-            DrawPixels();
-        } else {
-            m_painter.drawPolyline(run.data(), static_cast<int>(run.size()));
-        }
+        m_painter.drawPolyline(run.data(), static_cast<int>(run.size()));
     }
     run.clear();
 }

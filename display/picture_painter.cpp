@@ -3,7 +3,6 @@
 #include "TAVIX20/display/picture_kernels.h"
 
 #include <QImage>
-#include <QPaintEngine>
 #include <QPainter>
 #include <QRegion>
 #include <QTransform>
@@ -28,23 +27,6 @@ QImage AsImage(const PixelRows &pixels) {
                                       ? QImage::Format_ARGB32_Premultiplied
                                       : QImage::Format_ARGB32;
     return {pixels.data, pixels.width, pixels.height, pixels.stride, format};
-}
-
-/// The image that the painter paints on, if pixels may be written into it that an opaque drawImage
-/// would put there: then they need not be copied once more. Null otherwise, as for pixmaps,
-/// printers and painters that clip or blend.
-QImage *WritableImage(const QPainter &painter) {
-    const QPaintEngine *const engine = painter.paintEngine();
-    if (engine->type() != QPaintEngine::Raster ||
-        engine->paintDevice()->devType() != QInternal::Image || painter.hasClipping() ||
-        painter.opacity() != 1.0 ||
-        painter.compositionMode() != QPainter::CompositionMode_SourceOver)
-        return nullptr;
-    auto *const image = static_cast<QImage *>(engine->paintDevice());
-    const bool hasScreenPixels = image->format() == QImage::Format_RGB32 ||
-                                 image->format() == QImage::Format_ARGB32_Premultiplied;
-    // A detached image hands out the very bits that the painter writes to.
-    return hasScreenPixels && image->isDetached() ? image : nullptr;
 }
 
 } // namespace
@@ -99,12 +81,9 @@ void PicturePainter::PaintDevice(QPainter &painter, const QRegion &exposed, cons
     const PixelRows &picture = m_pyramid.Picture();
     const QRect target = picture.data ? m_place.Target(picture) : QRect();
     QRegion parts = exposed & target;
-    m_image = WritableImage(painter);
-    if (m_image) {
-        // What a widget may touch in its window.
-        const QRegion clip = painter.paintEngine()->systemClip();
-        parts &= clip.isEmpty() ? QRegion(m_image->rect()) : clip & m_image->rect();
-    }
+    m_image = PlainImage::Under(painter);
+    if (m_image)
+        parts &= m_image->Writable();
     if (!parts.isEmpty()) {
         if (m_place.scale >= 1.0)
             PaintBlocks(painter, parts);
@@ -130,10 +109,7 @@ void PicturePainter::PaintTransformed(QPainter &painter, const QRegion &exposed,
 template <typename Render>
 void PicturePainter::PaintPart(QPainter &painter, const QRect &part, Render render) {
     if (m_image) {
-        const auto stride =
-            static_cast<std::ptrdiff_t>(m_image->bytesPerLine() / sizeof(std::uint32_t));
-        auto *const pixels = reinterpret_cast<std::uint32_t *>(m_image->bits());
-        render(0, part.height(), pixels + part.top() * stride + part.left(), stride);
+        render(0, part.height(), m_image->At(part.left(), part.top()), m_image->Stride());
         return;
     }
     m_band.resize(static_cast<std::size_t>(part.width()) * BAND_ROWS);

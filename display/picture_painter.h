@@ -4,9 +4,12 @@
 #include "TAVIX20/display/picture_frame.h"
 #include "TAVIX20/display/picture_pyramid.h"
 #include "TAVIX20/display/picture_sampler.h"
+#include "TAVIX20/display/plain_image.h"
 
 #include <QPointF>
 #include <QRgb>
+
+#include <optional>
 
 class QImage;
 class QPainter;
@@ -51,8 +54,8 @@ private:
     PicturePyramid m_layerPyramid;
     Placement m_place;
     PictureFrame m_frame;
-    Placement m_framePlace;    ///< Of the frame's pixels: scale and the fractions of the position.
-    QImage *m_image = nullptr; ///< What is written into during a paint, if that can be.
+    Placement m_framePlace; ///< Of the frame's pixels: scale and the fractions of the position.
+    std::optional<PlainImage> m_image; ///< What is written into during a paint, if that can be.
     std::vector<std::uint32_t> m_band;
 };
 

@@ -4,14 +4,16 @@
 
 #include "TAVIX20/display/roi_stripes.h"
 
+#include "TAVIX20/display/plain_image.h"
+
 #include <QBrush>
 #include <QImage>
-#include <QPaintEngine>
 #include <QPainter>
 #include <QRect>
 
 #include <algorithm>
 #include <array>
+#include <optional>
 #include <vector>
 
 namespace tavix {
@@ -46,28 +48,10 @@ QBrush PatternBrush(const Tile &tile) {
     return brush;
 }
 
-/// The image into which the painter writes, when a logical pixel is just one of its pixels; else
-/// null. offset is where the logical origin lies in it.
-QImage *PlainImageUnder(const QPainter &painter, QPoint &offset) {
-    const QTransform &transform = painter.deviceTransform();
-    if (painter.paintEngine()->type() != QPaintEngine::Raster ||
-        transform.type() > QTransform::TxTranslate || painter.opacity() < 1.0)
-        return nullptr;
-    auto *const image = dynamic_cast<QImage *>(painter.paintEngine()->paintDevice());
-    if (!image || !image->isDetached() ||
-        (image->format() != QImage::Format_RGB32 &&
-         image->format() != QImage::Format_ARGB32_Premultiplied))
-        return nullptr;
-    offset = {qRound(transform.dx()), qRound(transform.dy())};
-    return image;
-}
-
-void WriteLine(QImage &image, const QPoint &offset, const QRect &line, const Tile &tile) {
-    const qsizetype stride = image.bytesPerLine() / qsizetype{sizeof(QRgb)};
-    QRgb *row =
-        reinterpret_cast<QRgb *>(image.bits()) + (line.top() + offset.y()) * stride + offset.x();
-    for (int y = line.top(); y <= line.bottom(); ++y, row += stride) {
+void WriteLine(const PlainImage &image, const QRect &line, const Tile &tile) {
+    for (int y = line.top(); y <= line.bottom(); ++y) {
         const auto &pattern = tile[static_cast<std::size_t>(y) % SIDE];
+        std::uint32_t *const row = image.At(0, y);
         for (int x = line.left(); x <= line.right(); ++x)
             row[x] = pattern[static_cast<std::size_t>(x) % SIDE];
     }
@@ -88,8 +72,7 @@ void RoiStripes::Advance() {
 void RoiStripes::Draw(QPainter &painter, const TavixArray::CPointArrayArray &outlines,
                       const QRect &visible) const {
     const Tile tile = PatternTile(m_phase);
-    QPoint offset;
-    QImage *const image = PlainImageUnder(painter, offset);
+    const std::optional<PlainImage> image = PlainImage::Under(painter);
     std::vector<QRect> lines;
     for (int i = 0; i < outlines.GetElementCount(); ++i) {
         const TavixArray::CPointArray &points = outlines[i];
@@ -97,10 +80,11 @@ void RoiStripes::Draw(QPainter &painter, const TavixArray::CPointArrayArray &out
             const QRect line = LineBetween(points[k - 1], points[k]) & visible;
             if (line.isEmpty())
                 continue;
-            if (image)
-                WriteLine(*image, offset, line, tile);
-            else
+            if (!image)
                 lines.push_back(line);
+            else
+                for (const QRect &part : image->Writable())
+                    WriteLine(*image, line & part, tile);
         }
     }
     if (lines.empty())

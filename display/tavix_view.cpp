@@ -181,7 +181,6 @@ void CTavixView::paintEvent(QPaintEvent *event) {
     const bool isStripeTick = IsStripeTick(painter);
     if (!isStripeTick)
         PaintPicture(painter, m_transform, event->region());
-    painter.setClipRegion(event->region());
     if (m_transform.HasImage()) {
         if (!isStripeTick)
             PaintOverlays(painter, m_transform, event->rect());
