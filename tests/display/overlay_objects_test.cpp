@@ -88,11 +88,14 @@ tavix::ViewTransform ViewAt(double zoom) {
     return view;
 }
 
-QImage Drawn(const CDrawObj &object, const tavix::ViewTransform &view, const QRect &clip) {
+/// Under a painter that clips, QPainter draws everything; else the canvas writes into the image.
+QImage Drawn(const CDrawObj &object, const tavix::ViewTransform &view, const QRect &clip,
+             bool clips = true) {
     QImage screen(520, 480, QImage::Format_RGB32);
     screen.fill(Qt::black);
     QPainter painter(&screen);
-    painter.setClipRect(clip);
+    if (clips)
+        painter.setClipRect(clip);
     tavix::CanvasStorage storage;
     tavix::ObjectCanvas canvas(painter, view, clip, storage);
     object.Draw(canvas);
@@ -239,6 +242,7 @@ TEST(OverlayObjectsTest, BoundsHoldWhatIsDrawnAndPartsMeetTheWhole) {
                 object.SetStyle(width, width == 2 ? PS_DASHDOT : PS_SOLID, 0x8040FF);
                 const QImage all = Drawn(object, view, whole);
                 const QImage some = Drawn(object, view, part);
+                EXPECT_EQ(Drawn(object, view, whole, false), all);
                 CRect bounds = object.GetBoundRect();
                 ++bounds.right;
                 ++bounds.bottom;

@@ -184,6 +184,40 @@ TEST_F(OverlayWindowTest, DiagonalsFollowTheLine) {
     }
 }
 
+// Exposed parts in one piece and in two, painted where they lie and on an image that begins there.
+TEST_F(OverlayWindowTest, ExposedPartsMeetTheWholeAndNothingElseIsPainted) {
+    constexpr tagPOINT corners[] = {{2, 3}, {55, 9}, {30, 48}};
+    window.AddRectangle(4, 5, 50, 40, 0, 3, RED, "");
+    window.AddPolygon(corners, 3, 0, 1, RED, "");
+    window.AddFillPolygon(corners, 2, RED, "");
+    window.AddFillEllipse(20, 20, 15, 9, RED, "");
+    window.AddText(10, 10, false, false, false, 12, RED, "text", "");
+    window.SetViewCrossLine(true);
+    window.Zoom(5.0);
+    QWidget &view = *window.findChild<QAbstractScrollArea *>()->viewport();
+    const auto shown = [&](const QRegion &part, QPoint to) {
+        QImage screen(400, 300, QImage::Format_RGB32);
+        screen.fill(Qt::magenta);
+        view.render(&screen, to, part);
+        return screen;
+    };
+    const QImage whole = shown(view.rect(), {0, 0});
+    const QRegion one(60, 50, 130, 90);
+    for (const QRegion &part : {one, one + QRect(170, 20, 90, 200)})
+        for (const QPoint &to : {part.boundingRect().topLeft(), QPoint(0, 0)}) {
+            const QImage some = shown(part, to);
+            const QPoint shift = part.boundingRect().topLeft() - to;
+            int wrong = 0;
+            for (int y = 0; y < 300; ++y)
+                for (int x = 0; x < 400; ++x) {
+                    const QPoint at = QPoint(x, y) + shift;
+                    wrong += some.pixelColor(x, y) !=
+                             (part.contains(at) ? whole.pixelColor(at) : QColor(Qt::magenta));
+                }
+            EXPECT_EQ(wrong, 0);
+        }
+}
+
 TEST_F(OverlayWindowTest, NamesSelectRemoveAndEdit) {
     window.AddPoint(1, 1, RED, "a");
     window.AddLine(1, 2, 3, 4, 0, 1, RED, "b");
