@@ -206,8 +206,11 @@ void CTavixView::PaintPicture(QPainter &painter, const tavix::ViewTransform &tra
 /// What lies over the picture and moves with it.
 void CTavixView::PaintOverlays(QPainter &painter, const tavix::ViewTransform &transform,
                                const QRect &visible) const {
-    if (m_showObjects)
-        PaintObjects(painter, transform, visible);
+    if (!m_showObjects)
+        return;
+    PaintObjects(painter, transform, visible);
+    if (m_reticle.IsShown())
+        m_reticle.Draw(painter, transform, visible);
 }
 
 tavix::PixelRows CTavixView::PictureRows() const {

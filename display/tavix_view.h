@@ -5,6 +5,7 @@
 #include "TAVIX20/display/layer.h"
 #include "TAVIX20/display/picture_painter.h"
 #include "TAVIX20/display/pixel_grid.h"
+#include "TAVIX20/display/reticle.h"
 #include "TAVIX20/display/roi_element_array.h"
 #include "TAVIX20/display/roi_stripes.h"
 #include "TAVIX20/display/view_callbacks.h"
@@ -99,6 +100,11 @@ public:
     /// Units per pixel of measurement objects.
     double Calibration() const { return m_calibration; }
     void SetCalibration(double unitsPerPixel);
+    /// Whoever changes it repaints the view.
+    tavix::Reticle &Reticle() { return m_reticle; }
+    const tavix::Reticle &Reticle() const { return m_reticle; }
+    /// Shows the reticle when the _TOOL_TYPE is one of its tools, and remembers which.
+    void ReticleToolChosen(int type);
 
     // The layer; tavix_view_layer.cpp.
     tavix::Layer &GetLayer() { return m_layer; }
@@ -243,6 +249,7 @@ private:
     mutable bool m_layerChanged = false; ///< Since it was last handed to m_picture.
     mutable CDrawObjArray m_objects;     ///< Drawing them builds their place index.
     double m_calibration = 1.0;
+    tavix::Reticle m_reticle;
     tavix::ViewCallbacks m_callbacks;
     QPointer<QMenu> m_contextMenu;        ///< A child; null until it is opened.
     std::optional<CPoint> m_cursor;       ///< Client position while the cursor is over the view.

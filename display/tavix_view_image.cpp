@@ -45,6 +45,7 @@ void CTavixView::TakeImage(std::unique_ptr<CTavixImage> image) {
     m_image = HasPixels(image.get()) ? std::move(image) : nullptr;
     m_transform.SetImageSize(m_image ? CSize(m_image->GetWidth(), m_image->GetHeight()) : CSize());
     ResetLayer();
+    m_reticle.SetImageSize(m_transform.ImageSize());
     PixelsChanged();
     ZoomFitTo();
 }

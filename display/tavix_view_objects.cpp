@@ -3,6 +3,7 @@
 #include "TAVIX20/display/draw_measures.h"
 #include "TAVIX20/display/selection.h"
 #include "TAVIX20/display/tavix_view.h"
+#include "TAVIX20/display/tool_types.h"
 
 #include "TAVIX20/display/object_geometry.h"
 #include "TAVIX20/platform/dc.h"
@@ -67,4 +68,11 @@ void CTavixView::ShowObject(bool show) {
 void CTavixView::SetCalibration(double unitsPerPixel) {
     if (std::isfinite(unitsPerPixel) && unitsPerPixel > 0.0)
         m_calibration = unitsPerPixel;
+}
+
+void CTavixView::ReticleToolChosen(int type) {
+    if (type != TOOL_TYPE_RETICLE_MOVE && type != TOOL_TYPE_RETICLE_ROTATE)
+        return;
+    m_reticle.SetMode(type);
+    m_reticle.Show();
 }

@@ -230,6 +230,8 @@ int CTavixWnd::RemoveAllGraphics() {
 void CTavixWnd::RemoveAll() {
     RemoveAllGraphics();
     RemoveAllLayers();
+    m_view->Reticle().Hide();
+    m_view->Repaint();
 }
 
 CString CTavixWnd::GetObjectString() const {

@@ -4,6 +4,7 @@
 #include "TAVIX20/display/tavix_wnd.h"
 
 void CTavixWnd::Tool(_TOOL_TYPE type) {
+    m_view->ReticleToolChosen(type);
     m_view->Tool(type);
 }
 

@@ -1,0 +1,107 @@
+#include "TAVIX20/display/tools/measure_tool.h"
+
+#include "TAVIX20/containers/point_array.h"
+#include "TAVIX20/display/object_canvas.h"
+#include "TAVIX20/display/tavix_view.h"
+
+#include <QPainter>
+
+#include <span>
+#include <utility>
+
+// What all of them share
+
+void MeasureTool::Measure(CTavixView &view, CPoint point, const std::vector<POINT> &points) const {
+    ObjectPtr object = NewObject(points, view.Calibration());
+    if (!object->IsValid())
+        return;
+    view.Objects().Add(std::move(object));
+    Finish(view, point, TavixArray::CPointArray(std::span<const POINT>(points)));
+}
+
+void MeasureTool::DrawLive(CTavixView &view, QPainter &painter,
+                           const std::vector<POINT> &points) const {
+    const ObjectPtr object = NewObject(points, view.Calibration());
+    tavix::CanvasStorage storage;
+    tavix::ObjectCanvas canvas(painter, view.Transform(), view.viewport()->rect(), storage);
+    object->Draw(canvas);
+}
+
+// Drags
+
+void DragMeasureTool::OnLButtonDown(CTavixView &view, unsigned flags, CPoint point) {
+    MeasureTool::OnLButtonDown(view, flags, point);
+    m_start = view.Transform().ClientToImage(point);
+    view.Repaint();
+}
+
+void DragMeasureTool::OnLButtonUp(CTavixView &view, unsigned flags, CPoint point) {
+    const bool isStroke = IsDragIn(view) && IsStroke(point);
+    MeasureTool::OnLButtonUp(view, flags, point);
+    view.Repaint();
+    if (isStroke)
+        Take(view, point, PointsTo(view, point));
+}
+
+void DragMeasureTool::OnDraw(CTavixView &view, QPainter &painter) {
+    if (IsDragIn(view) && IsStroke(State().last))
+        DrawLive(view, painter, PointsTo(view, State().last));
+}
+
+bool DragMeasureTool::IsStroke(CPoint point) const {
+    return !IsTooShort(point);
+}
+
+std::vector<POINT> DragMeasureTool::PointsOf(CPoint start, CPoint end) const {
+    return {start, end};
+}
+
+void DragMeasureTool::Take(CTavixView &view, CPoint point, const std::vector<POINT> &points) {
+    Measure(view, point, points);
+}
+
+std::vector<POINT> DragMeasureTool::PointsTo(const CTavixView &view, CPoint point) const {
+    return PointsOf(m_start, view.Transform().ClientToImage(point));
+}
+
+// Chains
+
+void ChainMeasureTool::OnLButtonDown(CTavixView &view, unsigned flags, CPoint point) {
+    MeasureTool::OnLButtonDown(view, flags, point);
+    if (std::exchange(m_view, &view) != &view)
+        m_points.clear();
+    if (m_points.size() < MOST_POINTS)
+        m_points.push_back(view.Transform().ClientToImage(point));
+    view.Repaint();
+}
+
+// The first click of a double click has added its point already.
+void ChainMeasureTool::OnLButtonDblClk(CTavixView &view, unsigned, CPoint point) {
+    if (m_view != &view)
+        return;
+    const std::vector<POINT> points = std::exchange(m_points, {});
+    view.Repaint();
+    if (points.size() >= m_leastPoints)
+        Measure(view, point, points);
+}
+
+void ChainMeasureTool::OnSendResult(CTavixView &view) {
+    std::vector<POINT> points;
+    if (m_view == &view)
+        points = std::exchange(m_points, {});
+    view.Repaint();
+    const CPoint last = points.empty() ? CPoint() : CPoint(points.back());
+    if (points.size() >= m_leastPoints)
+        Measure(view, last, points);
+    else
+        Finish(view, last, TavixArray::CPointArray(std::span<const POINT>(points)));
+}
+
+void ChainMeasureTool::OnDraw(CTavixView &view, QPainter &painter) {
+    if (m_points.empty() || m_view != &view || !view.IsCurrentTool(Id()))
+        return;
+    std::vector<POINT> points = m_points;
+    if (points.size() < MOST_POINTS)
+        points.push_back(view.Transform().ClientToImage(State().last));
+    DrawLive(view, painter, points);
+}

@@ -1,0 +1,31 @@
+#include "TAVIX20/display/tools/stroke_tool.h"
+
+#include "TAVIX20/display/tavix_view.h"
+
+void StrokeTool::OnMouseMove(CTavixView &view, unsigned, CPoint point) {
+    State().last = point;
+    view.SetToolCursor(Qt::CrossCursor);
+    if (IsStrokeUnderWay())
+        view.Repaint();
+}
+
+void StrokeTool::OnReset(CTavixView &view) {
+    State().isDragging = false;
+    DropStroke();
+    view.Repaint();
+}
+
+void StrokeTool::OnCancel(CTavixView &view) {
+    OnReset(view);
+    CDrawTool::OnCancel(view);
+}
+
+bool StrokeTool::OnEscape(CTavixView &view) {
+    if (IsStrokeUnderWay()) {
+        view.ReleaseMouse();
+        OnReset(view);
+    } else {
+        OnCancel(view);
+    }
+    return true;
+}
