@@ -2,12 +2,12 @@
 
 #include "TAVIX20/display/draw_lines.h"
 #include "TAVIX20/display/object_canvas.h"
-#include "TAVIX20/display/object_geometry.h"
 #include "TAVIX20/display/view_transform.h"
 
 #include <QPainter>
 
 #include <algorithm>
+#include <array>
 #include <cmath>
 #include <numbers>
 
@@ -16,7 +16,7 @@ namespace tavix {
 namespace {
 
 constexpr double WHOLE_TURN = 360.0;
-constexpr COLORREF COLOUR = 0x00FF00;
+constexpr Pen RIM{0x000000, 3, PS_SOLID};
 
 } // namespace
 
@@ -61,11 +61,12 @@ void Reticle::Draw(QPainter &painter, const ViewTransform &view, const QRect &vi
         CanvasStorage storage;
         ObjectCanvas canvas(painter, view, clip, storage);
         const CSize arm = Arm();
-        for (const CSize &way : {arm, CSize(arm.cy, -arm.cx)}) {
-            CDrawReticleLineObj line(m_centre - way, m_centre + way);
-            line.SetColor(COLOUR);
-            line.Draw(canvas);
-        }
+        const std::array ways{arm, CSize(arm.cy, -arm.cx)};
+        // Dark rims under both, so that they are legible on bright pictures, too.
+        for (const CSize &way : ways)
+            canvas.Line(canvas.Centre(m_centre - way), canvas.Centre(m_centre + way), RIM);
+        for (const CSize &way : ways)
+            CDrawReticleLineObj(m_centre - way, m_centre + way).Draw(canvas);
     }
     painter.restore();
 }

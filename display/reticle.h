@@ -3,12 +3,8 @@
 
 #include "TAVIX20/platform/geometry.h"
 
-#include <QPointF>
-#include <QRect>
-
-#include <array>
-
 class QPainter;
+class QRect;
 
 namespace tavix {
 

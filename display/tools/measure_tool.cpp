@@ -22,8 +22,14 @@ void MeasureTool::Measure(CTavixView &view, CPoint point, const std::vector<POIN
 void MeasureTool::DrawLive(CTavixView &view, QPainter &painter,
                            const std::vector<POINT> &points) const {
     const ObjectPtr object = NewObject(points, view.Calibration());
+    const int width = object->GetPenWidth();
+    const COLORREF colour = object->GetColor();
     tavix::CanvasStorage storage;
     tavix::ObjectCanvas canvas(painter, view.Transform(), view.viewport()->rect(), storage);
+    // On a dark rim, so that it is legible on bright pictures, too.
+    object->SetStyle(width + 2, PS_SOLID, 0x000000);
+    object->Draw(canvas);
+    object->SetStyle(width, PS_SOLID, colour);
     object->Draw(canvas);
 }
 
