@@ -204,12 +204,10 @@ TEST(ToolLifetimeTest, AResultMayDestroyTheWindow) {
         });
         window->Tool(tool);
         const QPointer<CTavixWnd> alive(window);
+        const bool isDragged = tool == TOOL_TYPE_LINE_FOCUS || tool == TOOL_TYPE_MSR_DISTANCE;
+        const QPoint end = isDragged ? QPoint(40, 50) : QPoint(20, 20);
         QTest::mousePress(ViewOf(*window).viewport(), Qt::LeftButton, {}, {20, 20});
-        if (alive && tool >= TOOL_TYPE_LINE_FOCUS && tool != TOOL_TYPE_POLYLINE_FOCUS)
-            QTest::mouseMove(ViewOf(*window).viewport(), {40, 50});
-        if (alive)
-            QTest::mouseRelease(ViewOf(*window).viewport(), Qt::LeftButton, {},
-                                tool >= TOOL_TYPE_LINE_FOCUS ? QPoint(40, 50) : QPoint(20, 20));
+        QTest::mouseRelease(ViewOf(*window).viewport(), Qt::LeftButton, {}, end);
         if (alive)
             window->SendToolResult();
         EXPECT_FALSE(alive) << tool;
