@@ -34,7 +34,7 @@ class CPointArray;
 ///
 /// A callback or a slot may destroy the window and this view with it. Whoever raises an event
 /// therefore does so last, or holds the view in a QPointer.
-class CTavixView : public QAbstractScrollArea {
+class TAVIX_API CTavixView : public QAbstractScrollArea {
 public:
     explicit CTavixView(CTavixWnd *window);
     ~CTavixView() override;

@@ -20,7 +20,7 @@ constexpr std::array TOLERANCES{0, 3, 5, 10, 20, 30, 40};
 
 void CROIMagicWandTool::OnLButtonUp(CTavixView &view, unsigned flags, CPoint point) {
     const bool isClick = IsDragIn(view) && IsClick(point);
-    RoiTool::OnLButtonUp(view, flags, point);
+    StrokeTool::OnLButtonUp(view, flags, point);
     if (!isClick || !view.Image())
         return;
     const tavix::RunRegion area =
@@ -31,7 +31,7 @@ void CROIMagicWandTool::OnLButtonUp(CTavixView &view, unsigned flags, CPoint poi
 
 void CROIMagicWandTool::OnRButtonUp(CTavixView &view, unsigned flags, CPoint point) {
     const bool isClick = State().view == &view && IsClick(point);
-    RoiTool::OnRButtonUp(view, flags, point);
+    StrokeTool::OnRButtonUp(view, flags, point);
     if (isClick)
         PopUpTolerances(view);
 }

@@ -5,9 +5,9 @@
 
 /// A click of the left button adds the outline of the area, holes included, as a stroke; a click of
 /// the right button opens the menu of tolerances.
-class CROIMagicWandTool : public RoiTool {
+class TAVIX_API CROIMagicWandTool : public StrokeTool {
 public:
-    CROIMagicWandTool() : RoiTool(tavix::ROI_MAGICWAND) {}
+    CROIMagicWandTool() : StrokeTool(tavix::ROI_MAGICWAND) {}
 
     void OnLButtonUp(CTavixView &view, unsigned flags, CPoint point) override;
     void OnRButtonUp(CTavixView &view, unsigned flags, CPoint point) override;

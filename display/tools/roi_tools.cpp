@@ -36,43 +36,15 @@ QPolygon ToClient(const CTavixView &view, const std::vector<POINT> &points) {
 
 } // namespace
 
-// What all of them share
-
-void RoiTool::OnMouseMove(CTavixView &view, unsigned, CPoint point) {
-    State().last = point;
-    view.SetToolCursor(Qt::CrossCursor);
-    if (IsStrokeUnderWay())
-        view.Repaint();
-}
-
-void RoiTool::OnReset(CTavixView &view) {
-    State().isDragging = false;
-    DropStroke();
-    view.Repaint();
-}
-
-void RoiTool::OnCancel(CTavixView &view) {
-    OnReset(view);
-    CDrawTool::OnCancel(view);
-}
-
-bool RoiTool::OnEscape(CTavixView &view) {
-    if (IsStrokeUnderWay()) {
-        view.ReleaseMouse();
-        OnReset(view);
-    } else {
-        OnCancel(view);
-    }
-    return true;
-}
+// The guide lines
 
 void GuidedRoiTool::OnMouseMove(CTavixView &view, unsigned flags, CPoint point) {
-    RoiTool::OnMouseMove(view, flags, point);
+    StrokeTool::OnMouseMove(view, flags, point);
     view.ShowGuideLines(view.Transform().ClientToImage(point));
 }
 
 void GuidedRoiTool::OnReset(CTavixView &view) {
-    RoiTool::OnReset(view);
+    StrokeTool::OnReset(view);
     view.RemoveGuideLines();
 }
 
@@ -175,7 +147,7 @@ void CROIPolygonTool::OnDraw(CTavixView &view, QPainter &painter) {
 // Free line
 
 void CROIFreelineTool::OnLButtonDown(CTavixView &view, unsigned flags, CPoint point) {
-    RoiTool::OnLButtonDown(view, flags, point);
+    StrokeTool::OnLButtonDown(view, flags, point);
     m_path.clear();
     Append(view.Transform().ClientToImage(point));
 }
@@ -183,14 +155,14 @@ void CROIFreelineTool::OnLButtonDown(CTavixView &view, unsigned flags, CPoint po
 void CROIFreelineTool::OnMouseMove(CTavixView &view, unsigned flags, CPoint point) {
     if (IsDragIn(view))
         Append(view.Transform().ClientToImage(point));
-    RoiTool::OnMouseMove(view, flags, point);
+    StrokeTool::OnMouseMove(view, flags, point);
 }
 
 void CROIFreelineTool::OnLButtonUp(CTavixView &view, unsigned flags, CPoint point) {
     const bool isDrag = IsDragIn(view);
     if (isDrag)
         Append(view.Transform().ClientToImage(point));
-    RoiTool::OnLButtonUp(view, flags, point);
+    StrokeTool::OnLButtonUp(view, flags, point);
     const std::vector<POINT> path = std::exchange(m_path, {});
     view.Repaint();
     if (isDrag && path.size() >= 3)

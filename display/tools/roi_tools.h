@@ -1,31 +1,15 @@
-/// The tools that draw regions of interest: rectangle, ellipse, polygon, free line.
+/// The tools that draw regions of interest: rectangle, ellipse, polygon, free line. Each stroke
+/// adds one element to the view's regions; the tool stays current.
 #pragma once
 
-#include "TAVIX20/display/tools/draw_tool.h"
+#include "TAVIX20/display/tools/stroke_tool.h"
 
 #include <vector>
 
-/// Each stroke adds one element to the view's regions of interest; the tool stays current. Escape
-/// drops a stroke that is not finished, as leaving the tool does, and leaves the tool where there
-/// is none.
-class RoiTool : public CDrawTool {
-public:
-    using CDrawTool::CDrawTool;
-
-    void OnCancel(CTavixView &view) override;
-    void OnReset(CTavixView &view) override;
-    void OnMouseMove(CTavixView &view, unsigned flags, CPoint point) override;
-    bool OnEscape(CTavixView &view) override;
-
-protected:
-    virtual bool IsStrokeUnderWay() const { return State().isDragging; }
-    virtual void DropStroke() {}
-};
-
 /// The tools with guide lines: two green lines through the cursor across the whole image.
-class GuidedRoiTool : public RoiTool {
+class GuidedRoiTool : public StrokeTool {
 public:
-    using RoiTool::RoiTool;
+    using StrokeTool::StrokeTool;
 
     void OnMouseMove(CTavixView &view, unsigned flags, CPoint point) override;
     void OnReset(CTavixView &view) override;
@@ -82,9 +66,9 @@ private:
 };
 
 /// The path of a drag, closed by the straight way back.
-class CROIFreelineTool : public RoiTool {
+class CROIFreelineTool : public StrokeTool {
 public:
-    CROIFreelineTool() : RoiTool(tavix::ROI_FREELINE) {}
+    CROIFreelineTool() : StrokeTool(tavix::ROI_FREELINE) {}
 
     void OnLButtonDown(CTavixView &view, unsigned flags, CPoint point) override;
     void OnMouseMove(CTavixView &view, unsigned flags, CPoint point) override;

@@ -1,5 +1,6 @@
 #include "display/tool_events.h"
 
+#include "TAVIX20/display/tavix_view.h"
 #include "TAVIX20/display/tools/calibration_tool.h"
 #include "TAVIX20/display/tools/draw_tool.h"
 #include "TAVIX20/display/tools/tool_registry.h"
@@ -115,6 +116,14 @@ TEST_F(MeasureToolTest, EachToolLeavesItsObjectAndReportsItsPoints) {
         test.events(); // Once more without choosing the tool again.
         EXPECT_EQ(results.size(), 2U);
     }
+    // No number selects the rectangle.
+    CDrawTool &rectangle = *tavix::ToolRegistry::Instance().Find(tavix::MEASURE_RECT);
+    auto &view = static_cast<CTavixView &>(ViewOf(window));
+    rectangle.OnLButtonDown(view, MK_LBUTTON, {20, 30});
+    rectangle.OnLButtonUp(view, 0, {80, 110});
+    EXPECT_EQ(LastPoints(), (std::vector<POINT>{{10, 15}, {40, 55}}));
+    const std::string keys = window.GetObjectString("MEASURE_RECT").GetString();
+    EXPECT_NE(keys.find("LENGTH=70.00 um;AREA=300.00 um2"), std::string::npos) << keys;
 }
 
 TEST_F(MeasureToolTest, WhatIsNoStrokeMeasuresNothing) {
