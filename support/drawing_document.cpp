@@ -1,6 +1,8 @@
 #include "TAVIX20/support/drawing_document.h"
 
 #include "TAVIX20/support/NeloZip.h"
+#include "TAVIX20/support/cx_xml.h"
+#include "TAVIX20/support/stdlib.h"
 
 #include <unistd.h>
 
@@ -34,6 +36,12 @@ bool LoadDrawingContent(const char *archivePath, const CString &temporaryFolder,
         return false;
     unlink(contentPath);
     return true;
+}
+
+bool LoadDrawingDocument(const char *archivePath, CxXmlDocument &document) {
+    return LoadDrawingContent(archivePath, CStdlib::GetTempFolder(), [&](const CString &path) {
+        return document.LoadFile(path, CXXML_ENCODING_UNKNOWN) != 0;
+    });
 }
 
 } // namespace tavix

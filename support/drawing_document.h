@@ -6,6 +6,8 @@
 
 #include <functional>
 
+class CxXmlDocument;
+
 namespace tavix {
 
 /// Loads the file of this path as an XML document; true when it is one.
@@ -19,5 +21,8 @@ using ContentLoader = std::function<bool(const CString &contentPath)>;
 /// left in the folder is loaded instead.
 TAVIX_API bool LoadDrawingContent(const char *archivePath, const CString &temporaryFolder,
                                   const ContentLoader &load);
+
+/// The same through the user's temporary folder into an XML document.
+TAVIX_API bool LoadDrawingDocument(const char *archivePath, CxXmlDocument &document);
 
 } // namespace tavix

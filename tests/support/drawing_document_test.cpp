@@ -1,5 +1,6 @@
 #include "TAVIX20/support/drawing_document.h"
 
+#include "TAVIX20/support/cx_xml.h"
 #include "support/temporary_folder.h"
 #include "support/zip_bytes.h"
 
@@ -56,4 +57,18 @@ TEST(DrawingDocumentTest, EachStep) {
         EXPECT_EQ(folder.Content("Content.xml"), c.remains);
         EXPECT_EQ(folder.Names().size(), c.remains.empty() ? 0u : 1u);
     }
+}
+
+TEST(DrawingDocumentTest, BecomesAnXmlDocument) {
+    const TemporaryFolder folder;
+    setenv("TMPDIR", folder.Path().c_str(), 1);
+    const std::string content = "<?xml version=\"1.0\"?><drawing><page/></drawing>";
+    for (const bool isXml : {true, false}) {
+        folder.Make("drawing", ZipBytes({{"content.xml", isXml ? content : "<drawing>"}}));
+        CxXmlDocument document;
+        EXPECT_EQ(tavix::LoadDrawingDocument((folder / "drawing").c_str(), document), isXml);
+        EXPECT_STREQ(document.RootElement()->Value(), "drawing");
+        EXPECT_EQ(folder.Content("Content.xml"), isXml ? "" : "<drawing>");
+    }
+    unsetenv("TMPDIR");
 }
