@@ -5,23 +5,19 @@
 
 namespace {
 
-struct BlobTraits {
-    using Array = CBlobRectArray;
-    using Record = _stBlobRect;
-    /// A record with every field set, reversed edges included.
-    static Record Random(std::mt19937 &random) {
-        Record blob{};
-        for (long *field : {&blob.left, &blob.top, &blob.right, &blob.bottom, &blob.pixelCount})
-            *field = std::uniform_int_distribution<long>(-6, 6)(random);
-        for (long *field : {&blob.value1, &blob.value2, &blob.reserved[0], &blob.reserved[1]})
-            *field = static_cast<long>(random());
+using Blob = _stBlobRect;
+
+struct BlobTraits : FieldTraits<CBlobRectArray, Blob, &Blob::left, &Blob::top, &Blob::right,
+                                &Blob::bottom, &Blob::pixelCount, &Blob::value1, &Blob::value2> {
+    static Blob Random(std::mt19937 &random) {
+        Blob blob = FieldTraits::Random(random);
+        for (long &field : blob.reserved)
+            field = static_cast<long>(random());
         return blob;
     }
-    static auto Fields(const Record &b) {
-        return std::tuple(b.left, b.top, b.right, b.bottom, b.pixelCount, b.value1, b.value2,
-                          b.reserved[0], b.reserved[1]);
+    static auto Fields(const Blob &b) {
+        return std::tuple(FieldTraits::Fields(b), b.reserved[0], b.reserved[1]);
     }
-    static void Add(Array &array, const Record &blob, int) { array.Add(blob); }
 };
 
 constexpr auto ExpectBlobs = ExpectHolds<BlobTraits>;
@@ -31,12 +27,14 @@ TEST(BlobRectArrayTest, AddsSetsAndRemoves) {
     array.Add(1, 2, 3, 4, 5);
     array.Add(11, 12, 13, 14, 15, 16, 17);
     array.Add({21, 22, 23, 24, 25, 26, 27, {28, 29}});
-    EXPECT_EQ(BlobTraits::Fields(array[0]), std::tuple(1, 2, 3, 4, 5, 0, 0, 0, 0));
+    ExpectBlobs(array, {{1, 2, 3, 4, 5, 0, 0, {}},
+                        {11, 12, 13, 14, 15, 16, 17, {}},
+                        {21, 22, 23, 24, 25, 26, 27, {28, 29}}});
     array.SetAt(2, -1, -2, -3, -4, -5);
     array.Remove(0);
     array.GetAt(0).value1 = 99;
-    const _stBlobRect a{11, 12, 13, 14, 15, 99, 17, {}};
-    const _stBlobRect b{-1, -2, -3, -4, -5, 26, 27, {28, 29}};
+    const Blob a{11, 12, 13, 14, 15, 99, 17, {}};
+    const Blob b{-1, -2, -3, -4, -5, 26, 27, {28, 29}};
     EXPECT_EQ(&(array + array), &array);
     ExpectBlobs(array, {a, b, a, b});
 }
@@ -44,9 +42,9 @@ TEST(BlobRectArrayTest, AddsSetsAndRemoves) {
 TEST(BlobRectArrayTest, SetCountKeepsTheFirstRecords) {
     CBlobRectArray array;
     array.SetCount(13 * 7);
-    ExpectBlobs(array, std::vector<_stBlobRect>(91));
+    ExpectBlobs(array, std::vector<Blob>(91));
     std::mt19937 random(61);
-    std::vector<_stBlobRect> blobs;
+    std::vector<Blob> blobs;
     std::tie(array, blobs) = RandomRecords<BlobTraits>(random, 37);
     for (const int count : {37, -1}) {
         array.SetCount(count);
@@ -59,8 +57,7 @@ TEST(BlobRectArrayTest, SetCountKeepsTheFirstRecords) {
 }
 
 TEST(BlobRectArrayTest, SortsExchangeFiveFields) {
-    using Blob = _stBlobRect;
-    const auto expectSorts = [](void (CBlobRectArray::*sort)(), auto key) {
+    const auto expectSorts = [](auto sort, auto key) {
         ExpectSortsAsModel<BlobTraits>(sort, key, [](Blob &a, Blob &b) {
             for (const auto field :
                  {&Blob::left, &Blob::top, &Blob::right, &Blob::bottom, &Blob::pixelCount})
@@ -94,7 +91,7 @@ TEST(BlobRectArrayTest, AveragesTruncate) {
 }
 
 TEST(BlobRectArrayTest, OverKillRemovesWhatLiesOutsideBothWaysOrFarFromItsSuccessor) {
-    const auto distance = [](const _stBlobRect &a, const _stBlobRect &b) {
+    const auto distance = [](const Blob &a, const Blob &b) {
         const auto middle = [](long from, long to) {
             return static_cast<int>(from + (to - from) / 2);
         };

@@ -1,66 +1,51 @@
-// Line fits and segment crossings.
-
 #include "TAVIX20/containers/line_fit.h"
-#include "TAVIX20/containers/point_array.h"
 #include "TAVIX20/image/tavix_image.h"
+
+#include "containers/point_list.h"
+
+#include <opencv2/imgproc.hpp>
 
 #include <gtest/gtest.h>
 
 #include <climits>
 #include <cmath>
 #include <random>
-#include <vector>
 
-namespace {
-
-double SquaredDistances(const std::vector<tagPOINTD> &points, const tagPOINTD &on, double angle) {
-    double sum = 0;
-    for (const tagPOINTD &p : points) {
-        const double across = (p.y - on.y) * std::cos(angle) - (p.x - on.x) * std::sin(angle);
-        sum += across * across;
-    }
-    return sum;
-}
-
-} // namespace
-
-TEST(LineFitTest, NoOtherLineLiesCloser) {
+TEST(LineFitTest, FitsAsOpenCV) {
     std::mt19937 random(21);
     std::normal_distribution<double> noise(0.0, 3.0);
     for (int degrees = 0; degrees < 180; degrees += 15) {
         const double angle = degrees * M_PI / 180;
         std::vector<tagPOINTD> points;
-        for (int i = -20; i <= 20; ++i)
+        std::vector<cv::Point2f> same;
+        for (int i = -20; i <= 20; ++i) {
             points.push_back({100 + i * std::cos(angle) * 5 + noise(random),
                               50 + i * std::sin(angle) * 5 + noise(random)});
-        tagPOINTD start{};
-        tagPOINTD end{};
+            same.emplace_back(points.back().x, points.back().y);
+        }
+        cv::Vec4f line; // A direction of length 1 and a point.
+        cv::fitLine(same, line, cv::DIST_L2, 0, 1e-6, 1e-6);
+        double first = HUGE_VAL, last = -HUGE_VAL;
+        for (const tagPOINTD &p : points) {
+            const double along = (p.x - line[2]) * line[0] + (p.y - line[3]) * line[1];
+            first = std::min(first, along);
+            last = std::max(last, along);
+        }
+        if (line[0] < 0)
+            std::swap(first, last);
+        tagPOINTD start{}, end{};
         ASSERT_EQ(CTavixImage::GetBestStraightLine(points.data(), 41, start, end), 1);
-        EXPECT_LE(start.x, end.x);
-        const double fitted = std::atan2(end.y - start.y, end.x - start.x);
-        const double best = SquaredDistances(points, start, fitted);
-        for (double turn : {-0.01, 0.01})
-            EXPECT_GT(SquaredDistances(points, {(start.x + end.x) / 2, (start.y + end.y) / 2},
-                                       fitted + turn),
-                      best);
-        for (double shift : {-0.1, 0.1})
-            EXPECT_GT(SquaredDistances(
-                          points,
-                          {start.x - shift * std::sin(fitted), start.y + shift * std::cos(fitted)},
-                          fitted),
-                      best);
+        EXPECT_NEAR(start.x, line[2] + first * line[0], 1e-3);
+        EXPECT_NEAR(start.y, line[3] + first * line[1], 1e-3);
+        EXPECT_NEAR(end.x, line[2] + last * line[0], 1e-3);
+        EXPECT_NEAR(end.y, line[3] + last * line[1], 1e-3);
     }
 }
 
 TEST(LineFitTest, ExactAndDegenerateCases) {
-    TavixArray::CPointArray points;
     TavixArray::CPointArray line;
-    for (int y : {9, -4, 3})
-        points.Add(5, y);
-    ASSERT_EQ(CTavixImage::GetBestStraightLine(points, line), 1);
-    ASSERT_EQ(line.GetElementCount(), 2);
-    EXPECT_EQ(line[0], (tagPOINT{5, -4})); // A vertical line runs downwards.
-    EXPECT_EQ(line[1], (tagPOINT{5, 9}));
+    ASSERT_EQ(CTavixImage::GetBestStraightLine(ArrayOf({{5, 9}, {5, -4}, {5, 3}}), line), 1);
+    EXPECT_EQ(PairsOf(line), (Pairs{{5, -4}, {5, 9}})); // A vertical line runs downwards.
 
     const std::vector<std::vector<tagPOINTD>> refused{
         {},
@@ -71,8 +56,7 @@ TEST(LineFitTest, ExactAndDegenerateCases) {
         {{0, 0}, {HUGE_VAL, 1}},
     };
     for (const auto &set : refused) {
-        tagPOINTD start{7, 7};
-        tagPOINTD end{7, 7};
+        tagPOINTD start{7, 7}, end{7, 7};
         EXPECT_EQ(
             CTavixImage::GetBestStraightLine(set.data(), static_cast<int>(set.size()), start, end),
             0);
@@ -83,34 +67,26 @@ TEST(LineFitTest, ExactAndDegenerateCases) {
 }
 
 TEST(SegmentCrossingTest, HandWorkedCases) {
-    struct Case {
+    constexpr int low = INT_MIN, high = INT_MAX;
+    const struct {
         tagPOINT a, b, c, d;
-        int meet;
-        int cross;
+        int meet, cross;
         double x, y;
+    } cases[] = {
+        {{0, 0}, {10, 10}, {0, 10}, {10, 0}, 1, 1, 5, 5},
+        {{0, 0}, {10, 0}, {3, -3}, {3, 3}, 1, 1, 3, 0},
+        {{0, 0}, {10, 0}, {10, 0}, {10, 5}, 1, 1, 10, 0}, // Ends touch.
+        {{0, 0}, {3, 1}, {0, 1}, {3, 0}, 1, 1, 1.5, 0.5}, // Between pixels.
+        {{0, 0}, {10, 0}, {11, -1}, {11, 1}, 0, 0, 0, 0}, // Only the lines cross.
+        {{0, 0}, {10, 0}, {0, 1}, {10, 1}, 0, 0, 0, 0},   // Parallel.
+        {{0, 0}, {10, 0}, {5, 0}, {15, 0}, 1, 0, 0, 0},   // Overlap.
+        {{0, 0}, {10, 0}, {11, 0}, {15, 0}, 0, 0, 0, 0},  // On one line, apart.
+        {{5, 0}, {5, 0}, {0, 0}, {10, 0}, 1, 0, 0, 0},    // A point on a segment.
+        {{5, 1}, {5, 1}, {0, 0}, {10, 0}, 0, 0, 0, 0},    // A point beside it.
+        {{low, low}, {high, high}, {low, high}, {high, low}, 1, 1, -0.5, -0.5},
     };
-    for (const Case &c : {
-             Case{{0, 0}, {10, 10}, {0, 10}, {10, 0}, 1, 1, 5, 5},
-             Case{{0, 0}, {10, 0}, {3, -3}, {3, 3}, 1, 1, 3, 0},
-             Case{{0, 0}, {10, 0}, {10, 0}, {10, 5}, 1, 1, 10, 0}, // Ends touch.
-             Case{{0, 0}, {3, 1}, {0, 1}, {3, 0}, 1, 1, 1.5, 0.5}, // Between pixels.
-             Case{{0, 0}, {10, 0}, {11, -1}, {11, 1}, 0, 0, 0, 0}, // Only the lines cross.
-             Case{{0, 0}, {10, 0}, {0, 1}, {10, 1}, 0, 0, 0, 0},   // Parallel.
-             Case{{0, 0}, {10, 0}, {5, 0}, {15, 0}, 1, 0, 0, 0},   // Overlap.
-             Case{{0, 0}, {10, 0}, {11, 0}, {15, 0}, 0, 0, 0, 0},  // On one line, apart.
-             Case{{5, 0}, {5, 0}, {0, 0}, {10, 0}, 1, 0, 0, 0},    // A point on a segment.
-             Case{{5, 1}, {5, 1}, {0, 0}, {10, 0}, 0, 0, 0, 0},    // A point beside it.
-             Case{{INT_MIN, INT_MIN},
-                  {INT_MAX, INT_MAX},
-                  {INT_MIN, INT_MAX},
-                  {INT_MAX, INT_MIN},
-                  1,
-                  1,
-                  -0.5,
-                  -0.5},
-         }) {
-        double x = 7;
-        double y = 7;
+    for (const auto &c : cases) {
+        double x = 7, y = 7;
         EXPECT_EQ(
             CTavixImage::IntersectLine(c.a.x, c.a.y, c.b.x, c.b.y, c.c.x, c.c.y, c.d.x, c.d.y),
             c.meet);

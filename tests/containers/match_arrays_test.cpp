@@ -7,154 +7,109 @@
 #include "containers/array_model.h"
 
 #include <string>
-#include <tuple>
 
 namespace {
 
-/// The fields in the order in which Add takes them.
-auto Fields(const _stMatchResult &m) {
-    return std::tuple(m.flag, m.left, m.top, m.right, m.bottom, m.templateIndex, m.blackYield,
-                      m.whiteYield, m.pixelCount);
-}
-auto Fields(const _stCycleMatchResult &m) {
-    return std::tuple(m.centerX, m.centerY, m.radius, m.index, m.rate);
-}
-auto Fields(const _stDiamondMatchResult &m) {
-    return std::tuple(m.centerX, m.centerY, m.size, m.rate);
-}
-auto Fields(const _stMatchRateItem &m) {
-    return std::tuple(m.rate, m.index);
-}
-auto Fields(const _stMatchSource &m) {
-    EXPECT_EQ(m.reserved[0] | m.reserved[1], 0);
-    return std::tuple(std::string(m.name));
-}
+using Hit = _stMatchResult;
+using Circle = _stCycleMatchResult;
+using Diamond = _stDiamondMatchResult;
+using Item = _stMatchRateItem;
 
-/// Records of random numbers that often repeat, and the array that Add makes of them.
-template <typename Record, typename Array>
-std::vector<Record> FillAtRandom(Array &array, std::mt19937 &random, int count) {
-    std::vector<Record> records;
-    for (int i = 0; i < count; ++i) {
-        const auto a = static_cast<int>(random() % 12), b = static_cast<int>(random() % 12);
-        const double rate = (a * 5 % 9 - b) / 8.0;
-        Record r{};
-        if constexpr (std::is_same_v<Record, _stMatchResult>)
-            r = {true, a, b - 6, a * 7 % 5, -a, b, rate, b / 4.0, a - 1000L};
-        else if constexpr (std::is_same_v<Record, _stMatchRateItem>)
-            r = {rate, a};
-        else if constexpr (std::is_same_v<Record, _stDiamondMatchResult>)
-            r = {a, b, a + b, rate};
-        else if constexpr (std::is_same_v<Record, _stCycleMatchResult>)
-            r = {a, b, a + b, i, rate};
-        else
-            std::snprintf(r.name, sizeof r.name, "source %d", a);
-        records.push_back(r);
-        if constexpr (std::is_same_v<Record, _stMatchSource>)
-            array.Add(r.name);
-        else
-            std::apply([&array](auto... fields) { array.Add(fields...); }, Fields(r));
+// The fields in the order in which Add takes them.
+using HitTraits = FieldTraits<CMatchResultArray, Hit, &Hit::flag, &Hit::left, &Hit::top,
+                              &Hit::right, &Hit::bottom, &Hit::templateIndex, &Hit::blackYield,
+                              &Hit::whiteYield, &Hit::pixelCount>;
+using CircleTraits = FieldTraits<CCycleMatchResultArray, Circle, &Circle::centerX, &Circle::centerY,
+                                 &Circle::radius, &Circle::index, &Circle::rate>;
+using DiamondTraits = FieldTraits<CDiamondMatchResultArray, Diamond, &Diamond::centerX,
+                                  &Diamond::centerY, &Diamond::size, &Diamond::rate>;
+using ItemTraits = FieldTraits<CMatchRatetItemArray, Item, &Item::rate, &Item::index>;
+
+struct SourceTraits {
+    using Array = CMatchSrcArray;
+    using Record = _stMatchSource;
+    static Record Random(std::mt19937 &random) {
+        return {{'s', static_cast<char>('a' + random() % 26)}, {}};
     }
-    return records;
-}
+    static auto Fields(const Record &m) {
+        return std::tuple(std::string(m.name), m.reserved[0], m.reserved[1]);
+    }
+    static void Add(Array &array, const Record &m, int) { array.Add(m.name); }
+};
 
-template <typename Array, typename Record>
-void ExpectEqual(Array &array, const std::vector<Record> &expected) {
-    ASSERT_EQ(array.GetCount(), static_cast<int>(expected.size()));
-    for (std::size_t i = 0; i < expected.size(); ++i)
-        ASSERT_EQ(Fields(array[static_cast<int>(i)]), Fields(expected[i])) << i;
-}
-
-template <typename ArrayAndRecord>
+template <typename Traits>
 class MatchArrayTest : public testing::Test {};
-using Arrays = testing::Types<std::pair<CMatchResultArray, _stMatchResult>,
-                              std::pair<CCycleMatchResultArray, _stCycleMatchResult>,
-                              std::pair<CDiamondMatchResultArray, _stDiamondMatchResult>,
-                              std::pair<CMatchRatetItemArray, _stMatchRateItem>,
-                              std::pair<CMatchSrcArray, _stMatchSource>>;
-TYPED_TEST_SUITE(MatchArrayTest, Arrays);
+using AllTraits = testing::Types<HitTraits, CircleTraits, DiamondTraits, ItemTraits, SourceTraits>;
+TYPED_TEST_SUITE(MatchArrayTest, AllTraits);
 
 TYPED_TEST(MatchArrayTest, GrowsByAHundredAndActsAsAVector) {
-    using Record = typename TypeParam::second_type;
+    const auto fields = [](const auto &record) { return TypeParam::Fields(record); };
+    const typename TypeParam::Record none{};
     std::mt19937 random(71);
-    typename TypeParam::first_type array;
-    auto model = FillAtRandom<Record>(array, random, 101);
-    ExpectEqual(array, model);
+    auto [array, model] = RandomRecords<TypeParam>(random, 101);
+    ExpectHolds<TypeParam>(array, model);
     for (int i = 101; i < 200; ++i)
-        ASSERT_EQ(Fields(array[i]), Fields(Record{})) << i;
+        ASSERT_EQ(fields(array[i]), fields(none)) << i;
     for (const int at : {100, 3, 0}) {
         array.Remove(at);
         model.erase(model.begin() + at);
     }
     auto copy = array;
     EXPECT_EQ(&(array + array + copy), &array);
-    ExpectEqual(copy, model);
+    ExpectHolds<TypeParam>(copy, model);
     const auto once = model;
     for (int i = 0; i < 2; ++i)
         model.insert(model.end(), once.begin(), once.end());
-    ExpectEqual(array, model);
+    ExpectHolds<TypeParam>(array, model);
     for (const int count : {30, -1, 32}) {
         array.SetCount(count);
         if (count > 0)
-            model.resize(static_cast<std::size_t>(count), Record{});
-        ExpectEqual(array, model);
+            model.resize(static_cast<std::size_t>(count), none);
+        ExpectHolds<TypeParam>(array, model);
     }
     copy = array;
     array.RemoveAll();
     EXPECT_EQ(array.GetCount(), 0);
     for (int i = 0; i < 100; ++i)
-        ASSERT_EQ(Fields(array[i]), Fields(Record{})) << i;
-    ExpectEqual(copy, model);
+        ASSERT_EQ(fields(array[i]), fields(none)) << i;
+    ExpectHolds<TypeParam>(copy, model);
 }
 
-template <typename Record, typename Array, typename Key>
-void ExpectSorts(void (*sort)(Array &), Key key) {
-    std::mt19937 random(73);
-    for (int size = 0; size < 50; ++size) {
-        Array array;
-        auto model = FillAtRandom<Record>(array, random, size);
+/// Checks the index of the highest rate as well, where there is one.
+template <typename Traits>
+void ExpectSortsByRate() {
+    const auto sort = [](typename Traits::Array &array) {
         if constexpr (requires { array.GetMaxRateIndex(); }) {
             int best = -1;
-            for (int i = 0; i < size; ++i)
+            for (int i = 0; i < array.GetCount(); ++i)
                 if (best < 0 || array[i].rate > array[best].rate)
                     best = i;
-            EXPECT_EQ(array.GetMaxRateIndex(), best) << size;
+            EXPECT_EQ(array.GetMaxRateIndex(), best);
         }
-        sort(array);
-        BubbleSort(model, key);
-        ASSERT_NO_FATAL_FAILURE(ExpectEqual(array, model)) << size;
-    }
+        array.SortRate();
+    };
+    ExpectSortsAsModel<Traits>(sort, &Traits::Record::rate);
 }
 
 TEST(MatchArraysTest, SortWholeRecordsAndFindTheHighestRate) {
-    using M = _stMatchResult;
-    using Hits = CMatchResultArray;
-    ExpectSorts<M>(
-        +[](Hits &a) { a.SortLeft(); }, &M::left);
-    ExpectSorts<M>(
-        +[](Hits &a) { a.SortTop(); }, &M::top);
-    ExpectSorts<M>(
-        +[](Hits &a) { a.SortRight(); }, &M::right);
-    ExpectSorts<M>(
-        +[](Hits &a) { a.SortBottom(); }, &M::bottom);
-    ExpectSorts<M>(
-        +[](Hits &a) { a.SortWhiteYield(); }, &M::whiteYield);
-    ExpectSorts<M>(
-        +[](Hits &a) { a.SortBlackYield(); }, &M::blackYield);
-    ExpectSorts<M>(
-        +[](Hits &a) { a.SortYieldAverage(); },
-        [](const M &m) { return (m.blackYield + m.whiteYield) / 2; });
-    ExpectSorts<_stCycleMatchResult>(
-        +[](CCycleMatchResultArray &a) { a.SortRate(); }, &_stCycleMatchResult::rate);
-    ExpectSorts<_stDiamondMatchResult>(
-        +[](CDiamondMatchResultArray &a) { a.SortRate(); }, &_stDiamondMatchResult::rate);
-    ExpectSorts<_stMatchRateItem>(
-        +[](CMatchRatetItemArray &a) { a.SortRate(); }, &_stMatchRateItem::rate);
+    ExpectSortsAsModel<HitTraits>(&CMatchResultArray::SortLeft, &Hit::left);
+    ExpectSortsAsModel<HitTraits>(&CMatchResultArray::SortTop, &Hit::top);
+    ExpectSortsAsModel<HitTraits>(&CMatchResultArray::SortRight, &Hit::right);
+    ExpectSortsAsModel<HitTraits>(&CMatchResultArray::SortBottom, &Hit::bottom);
+    ExpectSortsAsModel<HitTraits>(&CMatchResultArray::SortWhiteYield, &Hit::whiteYield);
+    ExpectSortsAsModel<HitTraits>(&CMatchResultArray::SortBlackYield, &Hit::blackYield);
+    ExpectSortsAsModel<HitTraits>(&CMatchResultArray::SortYieldAverage, [](const Hit &hit) {
+        return (hit.blackYield + hit.whiteYield) / 2;
+    });
+    ExpectSortsByRate<CircleTraits>();
+    ExpectSortsByRate<DiamondTraits>();
+    ExpectSortsByRate<ItemTraits>();
 }
 
 TEST(MatchArraysTest, FillWhatIsNotGiven) {
     CMatchResultArray hits;
     hits.Add(1, 2, 3, 4, 5, 6, 7.0, 8.0);
-    EXPECT_EQ(Fields(hits[0]), Fields(_stMatchResult{1, 2, 3, 4, 5, 6, 7.0, 8.0, 0}));
+    ExpectHolds<HitTraits>(hits, {{1, 2, 3, 4, 5, 6, 7.0, 8.0, 0}});
     CMatchSrcArray sources;
     for (const std::size_t length : {0, 258, 259, 260, 1000}) {
         const std::string name(length, 'n');

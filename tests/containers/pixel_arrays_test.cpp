@@ -10,56 +10,19 @@
 
 #include <map>
 #include <memory>
-#include <tuple>
 
 namespace {
 
 using namespace TavixArray;
 
-auto FieldsOf(const _stPixel &p) {
-    return std::tuple(p.x, p.y, p.grayLevel, p.parameter);
-}
-auto FieldsOf(const _stColorPixel &p) {
-    return std::tuple(p.x, p.y, p.colour, p.reserved[0], p.reserved[1], p.reserved[2]);
-}
-auto FieldsOf(const _stPixelBunch &b) {
-    return std::tuple(b.grayLevel, b.totalCount, b.percent);
-}
-
-/// A value of a few, so that keys repeat.
-struct Few {
-    std::mt19937 &random;
-    operator int() const { return static_cast<int>(random() % 13) - 6; }
-    operator unsigned char() const { return static_cast<unsigned char>(random() % 9 * 31); }
-    operator unsigned() const { return static_cast<unsigned>(random() & 0xFFFFFF); }
-    operator double() const { return static_cast<double>(random() % 9) / 2 - 2; }
-};
-
-template <typename RecordArray, typename AnyRecord>
-struct Traits {
-    struct Array : RecordArray {
-        void SortByX() { this->SortX(); }
-        void SortByY() { this->SortY(); }
-    };
-    using Record = AnyRecord;
-    static Record Random(std::mt19937 &random) {
-        const Few few{random};
-        if constexpr (std::is_same_v<Record, _stColorPixel>) {
-            return {few, few, few, {few, few, few}};
-        } else if constexpr (std::is_same_v<Record, _stPixelBunch>) {
-            return {few, few, few};
-        } else {
-            return {few, few, few, few};
-        }
-    }
-    static auto Fields(const Record &record) { return FieldsOf(record); }
-    static void Add(Array &array, const Record &r, int) { array.Add(r); }
-    static void Insert(Array &array, int i, const Record &r, int) { array.Insert(i, r); }
-    static void SetAt(Array &array, int i, const Record &r, int) { array.SetAt(i, r); }
-};
-using PixelTraits = Traits<CPixelArray, _stPixel>;
-using ColorTraits = Traits<CColorPixelArray, _stColorPixel>;
-using BunchTraits = Traits<CPixelBunchArray, _stPixelBunch>;
+using Pixel = _stPixel;
+using Colour = _stColorPixel;
+using Bunch = _stPixelBunch;
+using PixelTraits =
+    FieldTraits<CPixelArray, Pixel, &Pixel::x, &Pixel::y, &Pixel::grayLevel, &Pixel::parameter>;
+using ColorTraits = FieldTraits<CColorPixelArray, Colour, &Colour::x, &Colour::y, &Colour::colour>;
+using BunchTraits =
+    FieldTraits<CPixelBunchArray, Bunch, &Bunch::grayLevel, &Bunch::totalCount, &Bunch::percent>;
 
 TEST(PixelArraysTest, ActAsTheirModels) {
     ExpectActsAsModel<PixelTraits>(91);
@@ -68,14 +31,15 @@ TEST(PixelArraysTest, ActAsTheirModels) {
 }
 
 TEST(PixelArraysTest, SortAsTheirModels) {
-    ExpectSortsAsModel<PixelTraits>(&PixelTraits::Array::SortByX, &_stPixel::x);
-    ExpectSortsAsModel<PixelTraits>(&PixelTraits::Array::SortByY, &_stPixel::y);
-    ExpectSortsAsModel<PixelTraits>(&CPixelArray::SortGrayLevel, &_stPixel::grayLevel);
-    ExpectSortsAsModel<PixelTraits>(&CPixelArray::SortParameter, &_stPixel::parameter);
-    ExpectSortsAsModel<ColorTraits>(&ColorTraits::Array::SortByX, &_stColorPixel::x);
-    ExpectSortsAsModel<BunchTraits>(&CPixelBunchArray::SortGrayLevel, &_stPixelBunch::grayLevel);
-    ExpectSortsAsModel<BunchTraits>(&CPixelBunchArray::SortTotalCount, &_stPixelBunch::totalCount);
-    ExpectSortsAsModel<BunchTraits>(&CPixelBunchArray::SortPercent, &_stPixelBunch::percent);
+    const auto sortX = [](auto &array) { array.SortX(); };
+    ExpectSortsAsModel<PixelTraits>(sortX, &Pixel::x);
+    ExpectSortsAsModel<ColorTraits>(sortX, &Colour::x);
+    ExpectSortsAsModel<PixelTraits>([](auto &array) { array.SortY(); }, &Pixel::y);
+    ExpectSortsAsModel<PixelTraits>(&CPixelArray::SortGrayLevel, &Pixel::grayLevel);
+    ExpectSortsAsModel<PixelTraits>(&CPixelArray::SortParameter, &Pixel::parameter);
+    ExpectSortsAsModel<BunchTraits>(&CPixelBunchArray::SortGrayLevel, &Bunch::grayLevel);
+    ExpectSortsAsModel<BunchTraits>(&CPixelBunchArray::SortTotalCount, &Bunch::totalCount);
+    ExpectSortsAsModel<BunchTraits>(&CPixelBunchArray::SortPercent, &Bunch::percent);
 }
 
 TEST(PixelArraysTest, TakeAndGiveFields) {
@@ -84,7 +48,7 @@ TEST(PixelArraysTest, TakeAndGiveFields) {
     pixels.Add(-3, 4, 255, 0.5);
     pixels.Add(0, 0, 12, 0.0);
     pixels.Insert(0, 5, -6, 10, 0.25);
-    EXPECT_EQ(FieldsOf(pixels[0]), FieldsOf(_stPixel{5, -6, 10, 0.25}));
+    EXPECT_EQ(PixelTraits::Fields(pixels[0]), std::tuple(5, -6, 10, 0.25));
     EXPECT_EQ(pixels.GetMinLevel(), 10);
     EXPECT_EQ(pixels.GetMaxLevel(), 12);
     pixels.Add(-3, 4, 255, 0.5);
@@ -110,12 +74,12 @@ TEST(PixelArraysTest, TakeAndGiveFields) {
     colours.Add(0, 0, 255, 0, 0);
     colours.Add(1, 2, 0x12, 0x34, 0x56);
     colours.Add(3, 4, 0xABCDEFul);
-    EXPECT_EQ(FieldsOf(colours[0]), FieldsOf(_stColorPixel{0, 0, 0x0000FF, {}}));
-    EXPECT_EQ(FieldsOf(colours[1]), FieldsOf(_stColorPixel{1, 2, 0x563412, {}}));
-    EXPECT_EQ(FieldsOf(colours[2]), FieldsOf(_stColorPixel{3, 4, 0xABCDEF, {}}));
+    ExpectHolds<ColorTraits>(colours,
+                             {{0, 0, 0x0000FF, {}}, {1, 2, 0x563412, {}}, {3, 4, 0xABCDEF, {}}});
+    EXPECT_EQ(colours[2].reserved[0] | colours[2].reserved[1] | colours[2].reserved[2], 0);
 
     CPixelBunchArray bunches;
-    for (const _stPixelBunch &b : {_stPixelBunch{1, 2, 3.0}, {9, 2, 3.0}, {1, 9, 3.0}, {1, 2, 9.0}})
+    for (const Bunch &b : {Bunch{1, 2, 3.0}, {9, 2, 3.0}, {1, 9, 3.0}, {1, 2, 9.0}})
         bunches.Add(b.grayLevel, b.totalCount, b.percent);
     bunches.Add(bunches[0]);
     const int found[] = {0, 0, 4, 4, 4, 4, -1};
@@ -167,8 +131,8 @@ void ExpectDrawsItsSamples(Value SampleTraits::Record::*value, Background backgr
 }
 
 TEST(PixelArraysTest, DrawTheirSamples) {
-    ExpectDrawsItsSamples<CTavixImage8, PixelTraits>(&_stPixel::grayLevel, BYTE{77});
-    ExpectDrawsItsSamples<CTavixImage24, ColorTraits>(&_stColorPixel::colour, 0x654321ul);
+    ExpectDrawsItsSamples<CTavixImage8, PixelTraits>(&Pixel::grayLevel, BYTE{77});
+    ExpectDrawsItsSamples<CTavixImage24, ColorTraits>(&Colour::colour, 0x654321ul);
 }
 
 } // namespace

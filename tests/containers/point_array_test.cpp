@@ -29,20 +29,6 @@ TEST(PointArrayTest, PointsAndSizesSortAsTheirModel) {
     ExpectSortsAsModel<SizeTraits>(&CSizeArray::SortHeight, &tagSIZE::cy);
 }
 
-TEST(PointArrayTest, InsertOverwrites) {
-    const Pairs expected[] = {
-        {{9, 9}, {2, 2}, {2, 2}, {3, 3}},
-        {{1, 1}, {9, 9}, {3, 3}, {3, 3}},
-        {{1, 1}, {2, 2}, {9, 9}, {3, 3}},
-        {{1, 1}, {2, 2}, {3, 3}, {9, 9}},
-    };
-    for (int at = 0; at < 4; ++at) {
-        CPointArray array = ArrayOf({{1, 1}, {2, 2}, {3, 3}});
-        array.Insert(at, 9, 9);
-        EXPECT_EQ(PairsOf(array), expected[at]) << at;
-    }
-}
-
 TEST(PointArrayTest, SetSizeLeavesTheCount) {
     CPointArray array = ArrayOf({{1, 1}, {2, 2}, {3, 3}});
     array.SetSize(2);
