@@ -34,11 +34,8 @@ struct OddLineTraits : LineTraits {
     static auto Fields(const _stLine &line) { return FieldTraits::Fields(line); }
 };
 
-TEST(LineArrayTest, ActsAsItsModel) {
+TEST(LineArrayTest, ActsAndSortsAsItsModel) {
     ExpectActsAsModel<LineTraits>(31);
-}
-
-TEST(LineArrayTest, SortsAsItsModel) {
     ExpectSortsAsModel<LineTraits>(&CLineArray::SortX1, &_stLine::x1);
     ExpectSortsAsModel<LineTraits>(&CLineArray::SortY1, &_stLine::y1);
     ExpectSortsAsModel<LineTraits>(&CLineArray::SortX2, &_stLine::x2);

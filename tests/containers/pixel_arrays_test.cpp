@@ -24,13 +24,10 @@ using ColorTraits = FieldTraits<CColorPixelArray, Colour, &Colour::x, &Colour::y
 using BunchTraits =
     FieldTraits<CPixelBunchArray, Bunch, &Bunch::grayLevel, &Bunch::totalCount, &Bunch::percent>;
 
-TEST(PixelArraysTest, ActAsTheirModels) {
+TEST(PixelArraysTest, ActAndSortAsTheirModels) {
     ExpectActsAsModel<PixelTraits>(91);
     ExpectActsAsModel<ColorTraits>(92);
     ExpectActsAsModel<BunchTraits>(93);
-}
-
-TEST(PixelArraysTest, SortAsTheirModels) {
     const auto sortX = [](auto &array) { array.SortX(); };
     ExpectSortsAsModel<PixelTraits>(sortX, &Pixel::x);
     ExpectSortsAsModel<ColorTraits>(sortX, &Colour::x);

@@ -11,8 +11,7 @@
 namespace {
 
 TEST(PlaneGeometryTest, AngleGrowsCounterClockwiseOnScreen) {
-    constexpr int low = INT32_MIN;
-    constexpr int high = INT32_MAX;
+    constexpr int low = INT32_MIN, high = INT32_MAX;
     EXPECT_DOUBLE_EQ(CTavixImage::GetAngle(-7, 3, -3, -1), 45);
     EXPECT_DOUBLE_EQ(CTavixImage::GetAngle(high, high, low, low), 135);
     EXPECT_DOUBLE_EQ(CTavixImage::GetAngle(low, 0, high, 1),
@@ -35,20 +34,22 @@ TEST(PlaneGeometryTest, AngleGrowsCounterClockwiseOnScreen) {
     }
 }
 
-TEST(PlaneGeometryTest, Distance) {
+TEST(PlaneGeometryTest, DistanceAndCentreOfALine) {
+    EXPECT_EQ(CTavixImage::GetCenterFromLine(5, 5, 5, 5), (POINT{0, 0}));
+    EXPECT_EQ(CTavixImage::GetCenterFromLine(6, 5, 5, 5), (POINT{5, 5}));
+    EXPECT_EQ(CTavixImage::GetCenterFromLine(9, 0, 0, 0), (POINT{4, 0}));
+    EXPECT_EQ(CTavixImage::GetCenterFromLine(2, 3, 2, -5), (POINT{2, -1}));
     EXPECT_EQ(CTavixImage::Distance(-2, 7, 3, -5), 13.0);
     EXPECT_DOUBLE_EQ(CTavixImage::Distance(0, 0, 1, 1), std::numbers::sqrt2);
     EXPECT_DOUBLE_EQ(CTavixImage::Distance(INT32_MIN, 0, INT32_MAX, 0), 4294967295.0);
 }
 
 TEST(PlaneGeometryTest, PointInRectangleTestsTheFirstCorner) {
-    for (const auto &[x1, x2] : {std::pair(10, 20), std::pair(20, 10)})
-        for (const auto &[y1, y2] : {std::pair(10, 20), std::pair(20, 10)}) {
-            SCOPED_TRACE(testing::Message() << x1 << ", " << y1);
-            EXPECT_EQ(CTavixImage::PtInRectangle(x1, y1, x2, y2, 10, 10), 1);
-            EXPECT_EQ(CTavixImage::PtInRectangle(x1, y1, x2, y2, 11, 10), 0);
-            EXPECT_EQ(CTavixImage::PtInRectangle(x1, y1, x2, y2, 10, 11), 0);
-        }
+    for (const int x1 : {10, 20})
+        for (const int y1 : {10, 20})
+            for (const auto &[x, y] : {std::pair(10, 10), {11, 10}, {10, 11}})
+                EXPECT_EQ(CTavixImage::PtInRectangle(x1, y1, 30 - x1, 30 - y1, x, y), x == y)
+                    << x1 << ", " << y1;
 }
 
 int PtInPolygon(const std::vector<tagPOINT> &polygon, int x, int y) {
@@ -56,8 +57,7 @@ int PtInPolygon(const std::vector<tagPOINT> &polygon, int x, int y) {
 }
 
 TEST(PlaneGeometryTest, PointInPolygonByHand) {
-    constexpr int low = INT32_MIN;
-    constexpr int high = INT32_MAX;
+    constexpr int low = INT32_MIN, high = INT32_MAX;
     const std::vector<tagPOINT> square{{0, 0}, {10, 0}, {10, 10}, {0, 10}};
     const std::vector<tagPOINT> huge{{low, low}, {high, low}, {high, high}, {low, high}};
     EXPECT_EQ(PtInPolygon(square, 0, 5), 0);
@@ -78,13 +78,11 @@ TEST(PlaneGeometryTest, PointInPolygonCountsCrossingsExactly) {
         std::vector<tagPOINT> polygon(3 + random() % 7);
         for (tagPOINT &point : polygon)
             point = {next(), next()};
-        const int x = next();
-        const int y = next();
+        const int x = next(), y = next();
         int crossings = 0;
         bool onEdge = false;
         for (std::size_t i = 0; i < polygon.size(); ++i) {
-            tagPOINT a = polygon[i];
-            tagPOINT b = polygon[(i + 1) % polygon.size()];
+            tagPOINT a = polygon[i], b = polygon[(i + 1) % polygon.size()];
             if (a.y > b.y)
                 std::swap(a, b);
             if (a.y < y && y < b.y) {

@@ -16,13 +16,10 @@ using TavixArray::CSizeArray;
 using PointTraits = FieldTraits<CPointArray, tagPOINT, &tagPOINT::x, &tagPOINT::y>;
 using SizeTraits = FieldTraits<CSizeArray, tagSIZE, &tagSIZE::cx, &tagSIZE::cy>;
 
-TEST(PointArrayTest, PointsAndSizesActAsTheirModel) {
+TEST(PointArrayTest, PointsAndSizesActAndSortAsTheirModel) {
     for (const unsigned seed : {1u, 2u, 3u})
         ASSERT_NO_FATAL_FAILURE(ExpectActsAsModel<PointTraits>(seed));
     ExpectActsAsModel<SizeTraits>(41);
-}
-
-TEST(PointArrayTest, PointsAndSizesSortAsTheirModel) {
     ExpectSortsAsModel<PointTraits>(&CPointArray::SortX, &tagPOINT::x);
     ExpectSortsAsModel<PointTraits>(&CPointArray::SortY, &tagPOINT::y);
     ExpectSortsAsModel<SizeTraits>(&CSizeArray::SortWidth, &tagSIZE::cx);
@@ -123,7 +120,7 @@ TEST(PointArrayTest, ReversesAndRemovesPoints) {
     EXPECT_EQ(PairsOf(array), (Pairs{{1, 1}, {3, 3}}));
 }
 
-TEST(PointArrayTest, CopiesItselfOutAndMoves) {
+TEST(PointArrayTest, CopiesMovesAndAppends) {
     const Pairs pairs{{1, 1}, {2, 2}};
     CPointArray array = ArrayOf(pairs);
     CPointArray &self = array;
@@ -133,12 +130,7 @@ TEST(PointArrayTest, CopiesItselfOutAndMoves) {
     EXPECT_EQ(CPointArray().GetPointPtr(), nullptr);
     const CPointArray taken = std::move(array);
     EXPECT_EQ(PairsOf(taken), pairs);
-    array = ArrayOf({{6, 6}});
-    EXPECT_EQ(PairsOf(array), (Pairs{{6, 6}}));
-}
-
-TEST(PointArrayTest, AppendsListsAndItself) {
-    CPointArray array = ArrayOf({{1, 1}, {2, 2}});
+    array = ArrayOf(pairs);
     EXPECT_EQ(&(array + array), &array);
     EXPECT_EQ(PairsOf(array), (Pairs{{1, 1}, {2, 2}, {1, 1}, {2, 2}}));
     array.AddPoints(array.GetBufPtr() + 1, 3);

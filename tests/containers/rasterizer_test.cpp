@@ -8,6 +8,7 @@
 #include <cmath>
 #include <numbers>
 #include <random>
+#include <set>
 
 namespace {
 
@@ -28,6 +29,13 @@ void ExpectLine(int x1, int y1, int x2, int y2) {
     CPointArray points;
     ASSERT_EQ(CTavixImage::GetLineSegment2(x1, y1, x2, y2, points), longer + 1);
     ASSERT_EQ(PairsOf(points), expected) << x2 - x1 << ", " << y2 - y1;
+    // The other kind of line takes the same pixels in both directions.
+    CPointArray there, back;
+    ASSERT_EQ(CTavixImage::GetLineSegment(x1, y1, x2, y2, there), longer + 1);
+    CTavixImage::GetLineSegment(x2, y2, x1, y1, back);
+    ASSERT_EQ(there[0], (tagPOINT{x1, y1}));
+    back.ReverseElements();
+    ASSERT_EQ(there == back, 1);
 }
 
 TEST(RasterizerTest, LinesTakeTheNearestPixels) {
@@ -45,13 +53,6 @@ TEST(RasterizerTest, LinesAtTheEndsOfTheRange) {
     EXPECT_EQ(CTavixImage::GetLineSegment2(low, 0, high, 0, points), 0);
     EXPECT_EQ(CTavixImage::GetLineSegment2(0, high, 0, 0, points), 0);
     EXPECT_EQ(PairsOf(points), (Pairs{{7, 7}, {high - 2, low + 1}, {high - 1, low}, {high, low}}));
-}
-
-TEST(RasterizerTest, CentreOfALine) {
-    EXPECT_EQ(CTavixImage::GetCenterFromLine(5, 5, 5, 5), (POINT{0, 0}));
-    EXPECT_EQ(CTavixImage::GetCenterFromLine(6, 5, 5, 5), (POINT{5, 5}));
-    EXPECT_EQ(CTavixImage::GetCenterFromLine(9, 0, 0, 0), (POINT{4, 0}));
-    EXPECT_EQ(CTavixImage::GetCenterFromLine(2, 3, 2, -5), (POINT{2, -1}));
 }
 
 /// Direction of a pixel from the origin, counter-clockwise on screen, 0 <= result < 360.
@@ -135,6 +136,47 @@ TEST(RasterizerTest, PointInCircleIsThePolygonOfItsOutline) {
             }
     }
     EXPECT_EQ(CTavixImage::PtInCycle(0, 0, -1, 0, 0), 0);
+}
+
+TEST(RasterizerTest, EllipsesAreClosedWithoutDuplicatesAndNearTheCurve) {
+    for (int a = 1; a <= 40; ++a)
+        for (int b = 1; b <= 40; ++b) {
+            SCOPED_TRACE(testing::Message() << a << " x " << b);
+            CPointArray points;
+            const int count = CTavixImage::GetEllipseSegment(3, -5, a, b, points);
+            ASSERT_EQ(count, points.GetElementCount());
+            points.Offset(-3, 5);
+            ASSERT_EQ(points[0], (tagPOINT{a, 0}));
+            std::set<std::pair<int, int>> seen;
+            for (int i = 0; i < count; ++i) {
+                const tagPOINT &p = points[i], &next = points[(i + 1) % count];
+                ASSERT_TRUE(seen.insert({p.x, p.y}).second);
+                ASSERT_LE(std::max(std::abs(p.x - next.x), std::abs(p.y - next.y)), 1);
+                // Along a row or a column the curve is at most half a pixel away, but for the
+                // pixels beside the tip of a thin ellipse.
+                const double x = std::abs(p.x), y = std::abs(p.y);
+                const double byRow = std::abs(x - a * std::sqrt(1 - y * y / (b * b)));
+                const double byColumn = std::abs(y - b * std::sqrt(1 - x * x / (a * a)));
+                ASSERT_TRUE(std::min(byRow, byColumn) <= 0.5 || x == 1 || y == 1);
+            }
+            for (const auto &axis : {std::pair{-a, 0}, {0, b}, {0, -b}})
+                ASSERT_TRUE(seen.count(axis));
+        }
+}
+
+TEST(RasterizerTest, EllipseArcsAndBadSizes) {
+    CPointArray arc, flat, circle;
+    const int count = CTavixImage::GetEllipseSegment(0, 0, 30, 10, 90, 180, arc);
+    EXPECT_EQ(count, arc.GetElementCount());
+    EXPECT_EQ(arc[0], (tagPOINT{0, -10})); // Up is 90 degrees.
+    EXPECT_EQ(arc[count - 1], (tagPOINT{-30, 0}));
+    EXPECT_EQ(CTavixImage::GetEllipseSegment(0, 0, 4, 0, flat), 9);
+    EXPECT_EQ(CTavixImage::GetEllipseSegment(0, 0, 0, 0, flat), 1);
+    EXPECT_EQ(CTavixImage::GetCycleSegment(0, 0, 1, circle), 4);
+    for (int bad : {-1, (1 << 27) + 1})
+        EXPECT_EQ(CTavixImage::GetEllipseSegment(0, 0, bad, 5, flat), 0);
+    EXPECT_EQ(CTavixImage::GetEllipseSegment(0, 0, 5, 5, NAN, 5, flat), 0);
+    EXPECT_EQ(flat.GetElementCount(), 10);
 }
 
 } // namespace

@@ -20,11 +20,8 @@ int Height(const tagRECT &rect) {
     return rect.bottom - rect.top;
 }
 
-TEST(RectArrayTest, ActsAsItsModel) {
+TEST(RectArrayTest, ActsAndSortsAsItsModel) {
     ExpectActsAsModel<RectTraits>(21);
-}
-
-TEST(RectArrayTest, SortsAsItsModel) {
     ExpectSortsAsModel<RectTraits>(&CRectArray::SortLeft, &tagRECT::left);
     ExpectSortsAsModel<RectTraits>(&CRectArray::SortTop, &tagRECT::top);
     ExpectSortsAsModel<RectTraits>(&CRectArray::SortRight, &tagRECT::right);
@@ -33,10 +30,7 @@ TEST(RectArrayTest, SortsAsItsModel) {
     ExpectSortsAsModel<RectTraits>(&CRectArray::SortHeight, Height);
     ExpectSortsAsModel<RectTraits>(&CRectArray::SortArea,
                                    [](const tagRECT &r) { return Width(r) * Height(r); });
-}
-
-TEST(RectArrayTest, SortsAreasBeyond32Bits) {
-    CRectArray array;
+    CRectArray array; // Areas beyond 32 bits.
     for (const int side : {70000, 65536, 40000})
         array.Add(0, 0, side, side);
     array.SortArea();
@@ -62,12 +56,10 @@ TEST(RectArrayTest, ExtremesAndAverages) {
     std::mt19937 random(22);
     for (int round = 0; round < 200; ++round) {
         // All positive, around 0, all negative: an extreme may lie on either side of 0.
-        const int by = (round % 3 - 1) * 30;
-        const int count = round % 10;
-        CRectArray array = RandomRecords<RectTraits>(random, count).first;
-        for (int i = 0; i < count; ++i)
-            array[i] = {array[i].left + by, array[i].top + by, array[i].right + 2 * by,
-                        array[i].bottom + 3 * by};
+        const int by = (round % 3 - 1) * 30, count = round % 10;
+        CRectArray array;
+        for (const tagRECT &r : RandomRecords<RectTraits>(random, count).second)
+            array.Add(r.left + by, r.top + by, r.right + 2 * by, r.bottom + 3 * by);
         for (const auto &c : cases) {
             std::vector<int> keys(count == 0 ? 1 : 0);
             for (int i = 0; i < count; ++i)

@@ -52,26 +52,20 @@ struct Traits {
     static void SetAt(Array &array, int i, const Value &v, int) { array.SetAt(i, v); }
 };
 
+using ByteTraits = Traits<CSortByteArray, unsigned char>;
+using StringTraits = Traits<CSortStringArray, CString>;
+
 template <typename AnyTraits>
 class ValueArrayTest : public testing::Test {};
 using AllTraits = testing::Types<Traits<CLongArray, LONG>, Traits<CUShortArray, unsigned short>,
-                                 Traits<CSortByteArray, unsigned char>, Traits<Doubles, double>,
-                                 Traits<CSortStringArray, CString>>;
+                                 ByteTraits, Traits<Doubles, double>, StringTraits>;
 TYPED_TEST_SUITE(ValueArrayTest, AllTraits);
 
-TYPED_TEST(ValueArrayTest, ActsAsItsModel) {
+TYPED_TEST(ValueArrayTest, ActsAsItsModelFindsSortsThreeAndMoreAndClearsAllRoom) {
     ExpectActsAsModel<TypeParam>(81);
-}
-
-TYPED_TEST(ValueArrayTest, FindsSortsThreeAndMoreAndClearsAllRoom) {
     std::mt19937 random(82);
     for (int size = 0; size < 90; ++size) {
-        typename TypeParam::Array array;
-        std::vector<typename TypeParam::Record> model;
-        for (int i = 0; i < size % 30; ++i) {
-            model.push_back(TypeParam::Random(random));
-            TypeParam::Add(array, model.back(), 0);
-        }
+        auto [array, model] = RandomRecords<TypeParam>(random, size % 30);
         const int count = array.GetElementCount(), start = size % 7 - 2;
         const auto value = TypeParam::Random(random);
         int found = -1;
@@ -81,10 +75,7 @@ TYPED_TEST(ValueArrayTest, FindsSortsThreeAndMoreAndClearsAllRoom) {
         if (count > 2)
             BubbleSort(model, std::identity());
         array.Sort();
-        for (int i = 0; i < count; ++i)
-            ASSERT_EQ(TypeParam::Fields(array[i]),
-                      TypeParam::Fields(model[static_cast<std::size_t>(i)]))
-                << "size " << size << ", index " << i;
+        ASSERT_NO_FATAL_FAILURE(ExpectHolds<TypeParam>(array, model)) << "size " << size;
         array.SetElementIndex(count / 2);
         array.Init();
         EXPECT_EQ(array.GetElementCount(), count / 2);
@@ -135,30 +126,23 @@ TEST(SortByteArrayTest, DiffValueListsWhatIsMissing) {
         CSortByteArray array, out;
         for (auto n = random() % 400; n > 0; --n)
             array.Add(static_cast<unsigned char>(random()));
-        std::vector<int> model(random() % 3);
-        for (const int value : model)
-            out.Add(static_cast<unsigned char>(value));
+        std::vector<unsigned char> model(random() % 3);
+        for (const unsigned char value : model)
+            out.Add(value);
         const unsigned char from = ends[random() % 6], to = ends[random() % 6];
         const int limit = static_cast<int>(random() % 8) * (round % 2 == 0 ? 1 : 40) - 1;
         for (int v = from; v < to && static_cast<int>(model.size()) < limit; ++v)
             if (array.Find(static_cast<unsigned char>(v), -1) < 0)
-                model.push_back(v);
+                model.push_back(static_cast<unsigned char>(v));
         array.DiffValue(from, to, limit, out);
-        ASSERT_EQ(out.GetElementCount(), static_cast<int>(model.size())) << round;
-        for (std::size_t i = 0; i < model.size(); ++i)
-            ASSERT_EQ(out[static_cast<int>(i)], model[i]) << round;
+        ASSERT_NO_FATAL_FAILURE(ExpectHolds<ByteTraits>(out, model)) << round;
     }
 }
 
 TEST(SortStringArrayTest, SortsByTheNumbersAtPositions) {
     std::mt19937 random(86);
     for (int round = 0; round < 600; ++round) {
-        std::vector<CString> model;
-        CSortStringArray array;
-        for (int i = 0; i < round % 25; ++i) {
-            model.push_back(Traits<CSortStringArray, CString>::Random(random));
-            array.Add(model.back());
-        }
+        auto [array, model] = RandomRecords<StringTraits>(random, round % 25);
         const bool isWhole = round % 3 == 0;
         const int first = static_cast<int>(random() % 9) - 2, last = static_cast<int>(random() % 9);
         isWhole ? array.SortNumber() : array.SortNumber(first, last);
@@ -169,8 +153,7 @@ TEST(SortStringArrayTest, SortsByTheNumbersAtPositions) {
                     part += text[i];
             return std::atoi(part.c_str());
         });
-        for (std::size_t i = 0; i < model.size(); ++i)
-            ASSERT_EQ(array[static_cast<int>(i)], model[i]) << "round " << round << ", index " << i;
+        ASSERT_NO_FATAL_FAILURE(ExpectHolds<StringTraits>(array, model)) << round;
     }
     CSortStringArray extremes;
     for (const char *text : {"9999999999999999999999", "2147483646", "-3000000000"})
