@@ -72,13 +72,6 @@ private:
     std::string m_folder = testing::TempDir() + "tavix_image_files_" + std::to_string(getpid());
 };
 
-TEST_F(ImageFilesTest, LoadsWhatOpenCVReads) {
-    for (const char *path :
-         {TAVIX_TEST_DATA "/palette_color.png", TAVIX_TEST_DATA "/palette_gray.png",
-          TAVIX_TEST_DATA "/coffee.png", TAVIX_EXAMPLE_DATA "/coins.png"})
-        ExpectLoadsAs(path, cv::imread(path, cv::IMREAD_UNCHANGED));
-}
-
 /// What docs/formats.md says of each kind of file. 0 bits: an image without pixels.
 TEST_F(ImageFilesTest, KindsOfFilesLoadAsDocumented) {
     const struct {
@@ -162,26 +155,26 @@ TEST_F(ImageFilesTest, PalettesAndOneBitFilesLoadAsDocumented) {
                      255, 0,   255, 0,   255, 0,   255, 0,   255, 0, 0, 0}));
 }
 
-TEST_F(ImageFilesTest, DamagedFilesComeAsOpenCVReadsThemOrNotAtAll) {
-    std::vector<std::string> paths{TAVIX_TEST_DATA "/truncated.jpg"};
+TEST_F(ImageFilesTest, WholeAndDamagedFilesComeAsOpenCVReadsThemOrNotAtAll) {
+    std::vector<std::string> paths{TAVIX_TEST_DATA "/palette_color.png",
+                                   TAVIX_TEST_DATA "/palette_gray.png",
+                                   TAVIX_TEST_DATA "/coffee.png", TAVIX_EXAMPLE_DATA "/coins.png",
+                                   TAVIX_TEST_DATA "/truncated.jpg"};
     for (const std::string extension : {".png", ".bmp", ".jpg", ".tiff"})
         for (const std::uintmax_t size : {0, 4, 30, 1500}) {
             paths.push_back(
                 Write("cut" + std::to_string(size) + extension, RandomMat(50, 40, CV_8UC3)));
             std::filesystem::resize_file(paths.back(), size);
         }
-    int unreadable = 0;
+    int readable = 0;
     for (const std::string &path : paths) {
         cv::Mat pixels;
         EXPECT_NO_THROW(pixels = cv::imread(path, cv::IMREAD_UNCHANGED));
-        if (!pixels.empty()) {
-            ExpectLoadsAs(path, pixels);
-            continue;
-        }
-        ExpectNotLoaded(path.c_str());
-        ++unreadable;
+        pixels.empty() ? ExpectNotLoaded(path.c_str()) : ExpectLoadsAs(path, pixels);
+        readable += pixels.empty() ? 0 : 1;
     }
-    EXPECT_GE(unreadable, 12);
+    EXPECT_GE(readable, 4);
+    EXPECT_LE(readable, 9);
 }
 
 TEST_F(ImageFilesTest, WhatIsNoImageOrTooLargeIsNotLoaded) {
@@ -201,22 +194,19 @@ TEST_F(ImageFilesTest, WhatIsNoImageOrTooLargeIsNotLoaded) {
     }
 }
 
-template <typename Image>
-void ExpectRoundTrip(const std::string &path) {
-    std::mt19937 random(5);
-    for (const int width : {1, 2, 3, 33}) {
-        const auto image = RandomImage<Image>(width, 6, random);
-        EXPECT_EQ(image.SaveImage(path.c_str()), 1);
-        EXPECT_TRUE(SamePixels(cv::imread(path, cv::IMREAD_UNCHANGED), PixelsOf(image)));
-        ExpectLoadsAs(path, PixelsOf(image));
-    }
-}
-
 TEST_F(ImageFilesTest, SavedPixelsComeBack) {
-    for (const char *name : {"trip.png", "trip.bmp"}) {
-        ExpectRoundTrip<CTavixImage8>(Path(name));
-        ExpectRoundTrip<CTavixImage24>(Path(name));
-    }
+    std::mt19937 random(5);
+    for (const std::string &path : {Path("trip.png"), Path("trip.bmp")})
+        for (const int width : {1, 2, 3, 33}) {
+            const auto grey = RandomImage<CTavixImage8>(width, 6, random);
+            const auto colour = RandomImage<CTavixImage24>(width, 6, random);
+            for (const CTavixImage *image :
+                 std::initializer_list<const CTavixImage *>{&grey, &colour}) {
+                EXPECT_EQ(image->SaveImage(path.c_str()), 1);
+                EXPECT_TRUE(SamePixels(cv::imread(path, cv::IMREAD_UNCHANGED), PixelsOf(*image)));
+                ExpectLoadsAs(path, PixelsOf(*image));
+            }
+        }
 }
 
 TEST_F(ImageFilesTest, OnlyAnImageWithoutPixelsIsReportedAsNotSaved) {

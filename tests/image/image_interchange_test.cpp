@@ -2,8 +2,6 @@
 
 #include "TAVIX20/platform/gdiplus.h"
 
-#include <opencv2/core/core_c.h>
-
 #include <QColor>
 
 #include <gtest/gtest.h>
@@ -90,18 +88,6 @@ TEST(ImageInterchangeTest, BitmapsOverMemoryHaveItsStrideAndABadOneNoPixels) {
     EXPECT_EQ(DeleteObject(HBITMAP{}), 0);
 }
 
-TEST(ImageInterchangeTest, IplImagesOfOneAndThreeChannels) {
-    for (const int channels : {1, 2, 3, 4}) {
-        IplImage *structure = cvCreateImage(cvSize(5, 3), IPL_DEPTH_8U, channels);
-        cvSet(structure, cvScalar(10, 20, 30, 40));
-        const ImagePtr image(CTavixImage::LoadImageA(static_cast<void *>(structure)));
-        ASSERT_EQ(image != nullptr, channels == 1 || channels == 3);
-        EXPECT_TRUE(!image || SamePixels(PixelsOf(*image), cv::cvarrToMat(structure)));
-        cvReleaseImage(&structure);
-    }
-    EXPECT_EQ(CTavixImage::LoadImageA(static_cast<void *>(nullptr)), nullptr);
-}
-
 /// A packed bitmap of random bytes in a block of exactly the size that it needs.
 struct PackedDib {
     PackedDib(int width, int height, int bitCount) {
@@ -149,7 +135,8 @@ TEST(ImageInterchangeTest, PackedBitmapsStartRightBehindTheHeader) {
 }
 
 TEST(ImageInterchangeTest, HeadersThatCannotBeAreRefused) {
-    const std::function<void(BITMAPINFOHEADER &)> damages[] = {
+    using Header = BITMAPINFOHEADER;
+    const std::function<void(Header &)> damages[] = {
         [](auto &header) { header.biSize = 12; },
         [](auto &header) { header.biSize = 124; },
         [](auto &header) { header.biWidth = 0; },
@@ -171,6 +158,7 @@ TEST(ImageInterchangeTest, HeadersThatCannotBeAreRefused) {
         }
     }
     EXPECT_EQ(CTavixImage::LoadImageA(static_cast<BITMAPINFOHEADER *>(nullptr)), nullptr);
+    EXPECT_EQ(CTavixImage::LoadImageA(static_cast<void *>(nullptr)), nullptr);
 }
 
 } // namespace

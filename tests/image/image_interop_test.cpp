@@ -1,18 +1,14 @@
 #include "TAVIX20/image/image_interop.h"
-#include "image/image_samples.h"
+#include "image/image_test.h"
 
 #include <QPainter>
-
-#include <gtest/gtest.h>
 
 namespace {
 
 using namespace tavix_test;
 
 template <typename Image>
-class ImageInteropTest : public testing::Test {};
-
-using ImageTypes = testing::Types<CTavixImage8, CTavixImage24>;
+class ImageInteropTest : public ImageTest<Image> {};
 TYPED_TEST_SUITE(ImageInteropTest, ImageTypes);
 
 /// The pixels of a QImage of the formats that images have.
@@ -25,9 +21,8 @@ cv::Mat MatOf(const QImage &image) {
 }
 
 TYPED_TEST(ImageInteropTest, ViewsShowTheBufferItselfAndCopiesDoNot) {
-    std::mt19937 random(6);
     for (const int width : {1, 4, 33}) {
-        auto image = RandomImage<TypeParam>(width, 5, random);
+        auto image = this->Random(width, 5);
         const TypeParam &constant = image;
         cv::Mat matrix = tavix::ViewAsMat(image);
         QImage view = tavix::ViewAsQImage(image);
@@ -50,7 +45,7 @@ TYPED_TEST(ImageInteropTest, ViewsShowTheBufferItselfAndCopiesDoNot) {
 }
 
 TYPED_TEST(ImageInteropTest, ImagesOverMatricesShareTheirPixelsWhereRowsHaveNoGap) {
-    const int type = TypeParam().GetBitCount() == 8 ? CV_8UC1 : CV_8UC3;
+    const int type = this->PIXEL_BYTES == 1 ? CV_8UC1 : CV_8UC3;
     for (const int width : {1, 3, 4, 8, 30}) {
         cv::Mat matrix(6, width, type);
         cv::RNG(3).fill(matrix, cv::RNG::UNIFORM, 0, 256);

@@ -1,8 +1,6 @@
-#include "image/image_samples.h"
+#include "image/image_test.h"
 
 #include <opencv2/imgproc.hpp>
-
-#include <gtest/gtest.h>
 
 #include <cfloat>
 #include <climits>
@@ -25,30 +23,13 @@ Bytes WithPixels(const CTavixImage &image, const cv::Mat &pixels) {
 }
 
 template <typename Image>
-class ImageTransformTest : public testing::Test {
-protected:
-    /// Calls check(image) with images of random odd sizes.
-    template <typename Check>
-    void ForRandomImages(int rounds, Check check) {
-        std::uniform_int_distribution<int> size(1, 70);
-        for (int round = 0; round < rounds; ++round) {
-            const int width = size(m_random), height = size(m_random);
-            SCOPED_TRACE(testing::Message() << width << " x " << height);
-            check(RandomImage<Image>(width, height, m_random));
-        }
-    }
-
-    std::mt19937 m_random{4};
-};
-
-using ImageTypes = testing::Types<CTavixImage8, CTavixImage24>;
+class ImageTransformTest : public ImageTest<Image> {};
 TYPED_TEST_SUITE(ImageTransformTest, ImageTypes);
 
 TYPED_TEST(ImageTransformTest, ResizesAsOpenCVWithClearedPadding) {
     const int interpolations[] = {cv::INTER_NEAREST, cv::INTER_AREA, cv::INTER_LINEAR};
-    std::uniform_int_distribution<int> size(1, 90);
-    this->ForRandomImages(40, [&](const TypeParam &image) {
-        const cv::Size target(size(this->m_random), size(this->m_random));
+    this->ForRandomImages(40, 70, [&](const TypeParam &image) {
+        const cv::Size target(this->Within(1, 90), this->Within(1, 90));
         for (const int mode : {0, 1, 2, 3, -1}) {
             cv::Mat expected = cv::Mat::zeros(target, PixelsOf(image).type());
             if (mode >= 0 && mode <= 2)
@@ -87,7 +68,7 @@ TYPED_TEST(ImageTransformTest, TurnsAndMirrorsAsOpenCVAndLeavesPadding) {
         {"RotateHorzFlip", NAN, 1, [](TypeParam &image) { image.RotateHorzFlip(); }},
         {"RotateVertFlip", NAN, 0, [](TypeParam &image) { image.RotateVertFlip(); }},
     };
-    this->ForRandomImages(40, [&](const TypeParam &image) {
+    this->ForRandomImages(40, 70, [&](const TypeParam &image) {
         for (const auto &[name, angle, flipCode, apply] : cases) {
             const cv::Mat pixels = PixelsOf(image);
             cv::Mat map, expected;
@@ -107,7 +88,7 @@ TYPED_TEST(ImageTransformTest, TurnsAndMirrorsAsOpenCVAndLeavesPadding) {
 }
 
 TYPED_TEST(ImageTransformTest, RefusedTransformsChangeNothing) {
-    const auto wide = RandomImage<TypeParam>(40000, 1, this->m_random);
+    const auto wide = this->Random(40000, 1);
     TypeParam image = wide;
     for (const double angle : {20.0, double{NAN}, double{INFINITY}})
         image.Rotate(angle, 0);
@@ -126,10 +107,9 @@ TYPED_TEST(ImageTransformTest, RefusedTransformsChangeNothing) {
 }
 
 TYPED_TEST(ImageTransformTest, CropsAreTheCopiedRectangle) {
-    std::uniform_int_distribution<int> corner(-20, 90);
-    this->ForRandomImages(200, [&](const TypeParam &image) {
-        const int x1 = corner(this->m_random), y1 = corner(this->m_random);
-        const int x2 = corner(this->m_random), y2 = corner(this->m_random);
+    this->ForRandomImages(200, 70, [&](const TypeParam &image) {
+        const int x1 = this->Within(-20, 90), y1 = this->Within(-20, 90);
+        const int x2 = this->Within(-20, 90), y2 = this->Within(-20, 90);
         const std::unique_ptr<unsigned char[]> copy(image.GetImagePtr(x1, y1, x2, y2));
         const TypeParam expected(std::abs(x2 - x1) + 1, std::abs(y2 - y1) + 1, copy.get());
         const std::unique_ptr<TypeParam> cut(image.CropImage2(x1, y1, x2, y2));
@@ -147,8 +127,7 @@ TYPED_TEST(ImageTransformTest, CropsAreTheCopiedRectangle) {
 }
 
 TYPED_TEST(ImageTransformTest, OffsetMovesTheBufferAsOneRunOfBytes) {
-    const int pixelBytes = TypeParam().GetBitCount() / 8;
-    this->ForRandomImages(60, [&](const TypeParam &image) {
+    this->ForRandomImages(60, 70, [&](const TypeParam &image) {
         for (const auto &[dx, dy] :
              {std::pair{1, 0}, {0, 1}, {-3, 2}, {2, -40}, {70, -1}, {-1, 0}}) {
             TypeParam moved = image;
@@ -156,7 +135,7 @@ TYPED_TEST(ImageTransformTest, OffsetMovesTheBufferAsOneRunOfBytes) {
             const Bytes before = BytesOf(image);
             Bytes expected(before.size(), 0);
             const auto length = static_cast<std::ptrdiff_t>(before.size());
-            const std::ptrdiff_t shift = length / image.GetHeight() * dy + dx * pixelBytes;
+            const std::ptrdiff_t shift = length / image.GetHeight() * dy + dx * this->PIXEL_BYTES;
             for (std::ptrdiff_t i = 0; i < length; ++i)
                 if (i + shift >= 0 && i + shift < length)
                     expected[static_cast<std::size_t>(i)] =
@@ -167,13 +146,6 @@ TYPED_TEST(ImageTransformTest, OffsetMovesTheBufferAsOneRunOfBytes) {
         cleared.Offset(INT_MIN, INT_MIN);
         EXPECT_EQ(BytesOf(cleared), Bytes(BytesOf(image).size(), 0));
     });
-}
-
-TEST(CropFillTest, FillsWhatLiesOutsideAndThePadding) {
-    const unsigned char pixels[] = {1, 2, 3, 0, 4, 5, 6, 0};
-    CTavixImage8 image(3, 2, pixels);
-    image.CropImage(3, 2, 1, 0, 9);
-    EXPECT_EQ(BytesOf(image), (Bytes{2, 3, 9, 9, 5, 6, 9, 9, 9, 9, 9, 9}));
 }
 
 } // namespace

@@ -1,23 +1,18 @@
-/// Tests of what grey and colour images have in common, instantiated for each class in its own
-/// file.
-#pragma once
-
-#include "image/image_samples.h"
+#include "image/image_test.h"
 
 #include <opencv2/core/core_c.h>
-
-#include <gtest/gtest.h>
 
 #include <algorithm>
 #include <array>
 #include <climits>
 #include <memory>
-#include <type_traits>
 
-namespace tavix_test {
+namespace {
+
+using namespace tavix_test;
 
 /// These coordinates and some far off.
-inline std::vector<int> Coordinates(int first, int last) {
+std::vector<int> Coordinates(int first, int last) {
     std::vector<int> values{INT_MIN, INT_MIN + 1, -1000000, 1000000, INT_MAX - 1, INT_MAX};
     for (int value = first; value <= last; ++value)
         values.push_back(value);
@@ -27,26 +22,20 @@ inline std::vector<int> Coordinates(int first, int last) {
 /// Width, height, bit count, bytes and whether there is no buffer.
 using Shape = std::array<int, 5>;
 
-inline Shape ShapeOf(const CTavixImage &image) {
+Shape ShapeOf(const CTavixImage &image) {
     EXPECT_EQ(image.IsEmpty(), image.GetImagePtr() ? 0 : 1);
     return {image.GetWidth(), image.GetHeight(), image.GetBitCount(), image.GetImageLen(),
             image.IsEmpty()};
 }
 
 template <typename Image>
-class ImageObjectTest : public testing::Test {
+class ImageObjectTest : public ImageTest<Image> {
 protected:
-    static constexpr int PIXEL_BYTES = std::is_same_v<Image, CTavixImage8> ? 1 : 3;
-    static constexpr Shape EMPTY{0, 0, 8 * PIXEL_BYTES, 0, 1};
-
-    Image Random(int width, int height) { return RandomImage<Image>(width, height, m_random); }
-
-    std::mt19937 m_random{20};
+    static constexpr Shape EMPTY{0, 0, 8 * ImageTest<Image>::PIXEL_BYTES, 0, 1};
 };
+TYPED_TEST_SUITE(ImageObjectTest, ImageTypes);
 
-TYPED_TEST_SUITE_P(ImageObjectTest);
-
-TYPED_TEST_P(ImageObjectTest, CreateGivesClearedPaddedRowsOrNothing) {
+TYPED_TEST(ImageObjectTest, CreateGivesClearedPaddedRowsOrNothing) {
     const struct {
         int width, height, length8, length24;
     } cases[] = {{3, 2, 8, 24},        {1, 1, 4, 4},         {4, 3, 12, 36},
@@ -67,7 +56,7 @@ TYPED_TEST_P(ImageObjectTest, CreateGivesClearedPaddedRowsOrNothing) {
     }
 }
 
-TYPED_TEST_P(ImageObjectTest, ReleaseForgetsTheBitCount) {
+TYPED_TEST(ImageObjectTest, ReleaseForgetsTheBitCount) {
     auto image = this->Random(5, 3);
     const auto other = image;
     image.Release();
@@ -83,7 +72,7 @@ TYPED_TEST_P(ImageObjectTest, ReleaseForgetsTheBitCount) {
     EXPECT_EQ(ShapeOf(image), (Shape{5, 3, 0, 0, 0}));
 }
 
-TYPED_TEST_P(ImageObjectTest, PixelsAreAddressedByOffsetAndWrittenWhole) {
+TYPED_TEST(ImageObjectTest, PixelsAreAddressedByOffsetAndWrittenWhole) {
     using Pixel = decltype(TypeParam().GetPixel(0, 0));
     const int size = this->PIXEL_BYTES;
     const auto coordinates = Coordinates(-20, 30);
@@ -108,12 +97,10 @@ TYPED_TEST_P(ImageObjectTest, PixelsAreAddressedByOffsetAndWrittenWhole) {
     TypeParam().SetPixel(0, 0, 1);
 }
 
-TYPED_TEST_P(ImageObjectTest, RectangleIsCopiedWithZeroOutside) {
-    std::uniform_int_distribution<int> size(1, 9), corner(-4, 12);
-    for (int round = 0; round < 400; ++round) {
-        const auto image = this->Random(size(this->m_random), size(this->m_random));
-        const int x1 = corner(this->m_random), y1 = corner(this->m_random);
-        const int x2 = corner(this->m_random), y2 = corner(this->m_random);
+TYPED_TEST(ImageObjectTest, RectangleIsCopiedWithZeroOutside) {
+    this->ForRandomImages(400, 9, [this](const TypeParam &image) {
+        const int x1 = this->Within(-4, 12), y1 = this->Within(-4, 12);
+        const int x2 = this->Within(-4, 12), y2 = this->Within(-4, 12);
         const cv::Rect rect(std::min(x1, x2), std::min(y1, y2), std::abs(x2 - x1) + 1,
                             std::abs(y2 - y1) + 1);
         cv::Mat surrounded, expected;
@@ -123,14 +110,13 @@ TYPED_TEST_P(ImageObjectTest, RectangleIsCopiedWithZeroOutside) {
                            PaddedRow(rect.width, this->PIXEL_BYTES) - cut.cols,
                            cv::BORDER_CONSTANT);
         const std::unique_ptr<unsigned char[]> copy(image.GetImagePtr(x1, y1, x2, y2));
-        ASSERT_TRUE(copy && std::equal(expected.datastart, expected.dataend, copy.get()))
-            << rect << " of " << image.GetWidth() << " x " << image.GetHeight();
-    }
+        ASSERT_TRUE(copy && std::equal(expected.datastart, expected.dataend, copy.get())) << rect;
+    });
     EXPECT_EQ(TypeParam(3, 3).GetImagePtr(INT_MIN, INT_MIN, INT_MAX, INT_MAX), nullptr);
     EXPECT_EQ(TypeParam(3, 3).GetImagePtr(0, 0, INT_MAX, 0), nullptr);
 }
 
-TYPED_TEST_P(ImageObjectTest, TakesBytesAlsoOfItself) {
+TYPED_TEST(ImageObjectTest, TakesBytesAlsoOfItself) {
     auto image = this->Random(7, 5);
     const Bytes before = BytesOf(image);
     image.SetImagePtr(3, 2, image.GetImagePtr() + 5);
@@ -139,7 +125,7 @@ TYPED_TEST_P(ImageObjectTest, TakesBytesAlsoOfItself) {
     EXPECT_EQ(ShapeOf(TypeParam(3, 2, nullptr)), this->EMPTY);
 }
 
-TYPED_TEST_P(ImageObjectTest, TakesIplImagesOfItsChannelCountByteForByte) {
+TYPED_TEST(ImageObjectTest, TakesIplImagesOfItsChannelCountByteForByte) {
     for (const int channels : {1, 2, 3, 4})
         for (const int step : {5 * channels, PaddedRow(5, channels)}) {
             SCOPED_TRACE(testing::Message() << channels << " channels, step " << step);
@@ -158,10 +144,14 @@ TYPED_TEST_P(ImageObjectTest, TakesIplImagesOfItsChannelCountByteForByte) {
             EXPECT_EQ(BytesOf(image), isTaken ? expected : before);
             EXPECT_EQ(image.GetWidth(), isTaken ? 5 : 2);
             EXPECT_EQ(TypeParam(static_cast<void *>(&structure)).IsEmpty(), isTaken ? 0 : 1);
+            const std::unique_ptr<CTavixImage> loaded(
+                CTavixImage::LoadImageA(static_cast<void *>(&structure)));
+            EXPECT_EQ(loaded != nullptr, channels % 2 == 1);
+            EXPECT_TRUE(!isTaken || (loaded && BytesOf(*loaded) == expected));
         }
 }
 
-TYPED_TEST_P(ImageObjectTest, CopiesAreDeepAndOfAnEmptyImageABufferWithoutBytes) {
+TYPED_TEST(ImageObjectTest, CopiesAreDeepAndOfAnEmptyImageABufferWithoutBytes) {
     for (const TypeParam &source : {this->Random(7, 5), TypeParam()}) {
         const Bytes bytes = BytesOf(source);
         const Shape shape{source.GetWidth(), source.GetHeight(), source.GetBitCount(),
@@ -180,10 +170,75 @@ TYPED_TEST_P(ImageObjectTest, CopiesAreDeepAndOfAnEmptyImageABufferWithoutBytes)
     }
 }
 
-REGISTER_TYPED_TEST_SUITE_P(ImageObjectTest, CreateGivesClearedPaddedRowsOrNothing,
-                            ReleaseForgetsTheBitCount, PixelsAreAddressedByOffsetAndWrittenWhole,
-                            RectangleIsCopiedWithZeroOutside, TakesBytesAlsoOfItself,
-                            TakesIplImagesOfItsChannelCountByteForByte,
-                            CopiesAreDeepAndOfAnEmptyImageABufferWithoutBytes);
+TEST(TavixImage24Test, PixelsAreStoredBlueGreenRed) {
+    CTavixImage24 image(3, 2);
+    image.SetPixel(2, 0, 0x000000FF);
+    image.SetPixel(1, 1, 0x00112233);
+    image.SetPixel(0, 1, 10, 20, 30);
+    EXPECT_EQ(BytesOf(image), (Bytes{0,  0,  0,  0,    0,    0,    0, 0, 0xFF, 0, 0, 0, //
+                                     30, 20, 10, 0x11, 0x22, 0x33, 0, 0, 0,    0, 0, 0}));
+    EXPECT_EQ(image.GetPixel(0, 1), 0x001E140AUL);
+}
 
-} // namespace tavix_test
+TEST(TavixImage24Test, FillAndFillToLeavePaddingAlone) {
+    std::mt19937 random(2);
+    for (const std::size_t width : {1, 2, 3, 4, 37}) {
+        auto image = RandomImage<CTavixImage24>(static_cast<int>(width), 29, random, 1);
+        Bytes filled = BytesOf(image), replaced = filled;
+        const std::size_t stride = filled.size() / 29;
+        for (std::size_t y = 0; y < 29; ++y)
+            for (std::size_t i = y * stride; i < y * stride + 3 * width; i += 3) {
+                if (replaced[i] == 1 && replaced[i + 1] == 0 && replaced[i + 2] == 1)
+                    std::copy_n(Bytes{7, 8, 9}.data(), 3, &replaced[i]);
+                std::copy_n(Bytes{0xAB, 0xCD, 0xEF}.data(), 3, &filled[i]);
+            }
+        image.FillTo(0x00010001, 0x00070809);
+        EXPECT_EQ(BytesOf(image), replaced) << width;
+        image.Fill(0x00ABCDEF);
+        EXPECT_EQ(BytesOf(image), filled) << width;
+    }
+}
+
+TEST(TavixImage8Test, FillsWhatLiesOutsideAndThePadding) {
+    const unsigned char pixels[] = {1, 2, 3, 0, 4, 5, 6, 0};
+    CTavixImage8 image(3, 2, pixels);
+    const std::unique_ptr<unsigned char[]> copy(image.GetImagePtr(3, 2, -1, 1, 9));
+    EXPECT_EQ(Bytes(copy.get(), copy.get() + 16),
+              (Bytes{9, 4, 5, 6, 9, 9, 9, 9, 9, 9, 9, 9, 9, 9, 9, 9}));
+    image.CropImage(3, 2, 1, 0, 9);
+    EXPECT_EQ(BytesOf(image), (Bytes{2, 3, 9, 9, 5, 6, 9, 9, 9, 9, 9, 9}));
+    image.Fill(200);
+    EXPECT_EQ(BytesOf(image), Bytes(12, 200));
+}
+
+TEST(TavixImage8Test, CopyPastesByLinearOffsetAlsoIntoItself) {
+    std::mt19937 random(2);
+    for (const auto &[width, height] : {std::pair{0, 3}, {1, 1}, {3, 2}, {5, 4}, {14, 3}, {6, 4}}) {
+        const bool itself = width == 6;
+        const auto other = RandomImage<CTavixImage8>(width, height, random);
+        const Bytes otherBytes = BytesOf(other);
+        for (const int y : Coordinates(-5, 6))
+            for (const int x : Coordinates(-30, 10)) {
+                auto image = RandomImage<CTavixImage8>(6, 4, random);
+                Bytes expected = BytesOf(image);
+                // Pixel by pixel, in 64 bits; the buffers may be the same one.
+                const Bytes &source = itself ? expected : otherBytes;
+                for (std::int64_t sy = 0; sy < height; ++sy)
+                    for (std::int64_t sx = 0; sx < width; ++sx) {
+                        const std::int64_t offset = 8 * (sy + y) + sx + x;
+                        if (sx + x < 6 && sy + y < 4 && offset >= 0 && offset < 32)
+                            expected[static_cast<std::size_t>(offset)] =
+                                source[static_cast<std::size_t>(PaddedRow(width, 1) * sy + sx)];
+                    }
+                image.Copy(x, y, itself ? &image : &other);
+                ASSERT_EQ(BytesOf(image), expected)
+                    << width << " x " << height << " at " << x << ',' << y;
+            }
+    }
+    CTavixImage8 image;
+    image.Copy(0, 0, nullptr);
+    image.Copy(0, 0, CTavixImage8(1, 1));
+    EXPECT_EQ(image.IsEmpty(), 1);
+}
+
+} // namespace
