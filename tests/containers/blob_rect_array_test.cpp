@@ -105,7 +105,7 @@ TEST(BlobRectArrayTest, OverKillRemovesWhatLiesOutsideBothWaysOrFarFromItsSucces
         const double limit = static_cast<double>(random() % 24) / 2;
         int roi[4];
         for (int &edge : roi)
-            edge = std::uniform_int_distribution(-7, 7)(random);
+            edge = std::uniform_int_distribution(-7, 11)(random);
         const auto isOut = [](long value, int low, int high) {
             return value < low || value > high;
         };

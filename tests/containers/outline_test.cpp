@@ -50,17 +50,6 @@ RegionHandle ToRegion(const Pixels &pixels) {
     return region;
 }
 
-/// All polygons of the list filled together by the even-odd rule.
-RegionHandle Refill(const CPointArrayArray &outlines) {
-    RegionHandle region(CreateRectRgn(0, 0, 0, 0));
-    for (int i = 0; i < outlines.GetElementCount(); ++i) {
-        const RegionHandle part(
-            CreatePolygonRgn(outlines[i].GetBufPtr(), outlines[i].GetElementCount(), ALTERNATE));
-        CombineRgn(region.get(), region.get(), part.get(), RGN_XOR);
-    }
-    return region;
-}
-
 /// Positive for a clockwise polygon as the picture is seen.
 double SignedArea(const CPointArray &polygon) {
     std::vector<cv::Point> corners;
@@ -107,19 +96,22 @@ TEST(OutlineTest, RandomRegionsComeBackFromTheirOutlines) {
     for (int round = 0; round < 600; ++round) {
         const auto percent = 10 + random() % 85;
         Pixels pixels;
-        for (int y = 0; y < 12; ++y)
-            for (int x = 0; x < 12; ++x)
-                if (random() % 100 < percent)
-                    pixels.insert({y, x});
+        for (int i = 0; i < 144; ++i)
+            if (random() % 100 < percent)
+                pixels.insert({i / 12, i % 12});
         const RegionHandle region = ToRegion(pixels);
         CPointArrayArray outlines;
         outlines.Add(region.get());
-        EXPECT_EQ(EqualRgn(Refill(outlines).get(), region.get()), 1);
-
         // One outline per 4-connected part, clockwise; one per 8-connected hole, the other way.
+        // Together they are filled by the even-odd rule.
+        const RegionHandle refilled(CreateRectRgn(0, 0, 0, 0));
         int parts = 0;
-        for (int i = 0; i < outlines.GetElementCount(); ++i)
+        for (int i = 0; i < outlines.GetElementCount(); ++i) {
+            const RegionHandle part(outlines[i].CreatePolygonRgn());
+            CombineRgn(refilled.get(), refilled.get(), part.get(), RGN_XOR);
             parts += SignedArea(outlines[i]) > 0;
+        }
+        EXPECT_EQ(EqualRgn(refilled.get(), region.get()), 1);
         EXPECT_EQ(parts, static_cast<int>(Areas(pixels, true, 4).size()));
         EXPECT_EQ(outlines.GetElementCount() - parts,
                   static_cast<int>(Areas(pixels, false, 8).size()) - 1);
@@ -167,20 +159,18 @@ TEST(PointArrayShapeTest, TheBorderIsAClosedPathOfBorderPixels) {
     ASSERT_EQ(count, border.GetElementCount());
     EXPECT_EQ(border[0], (tagPOINT{2, 0}));
     EXPECT_EQ(border[1], (tagPOINT{3, 0})); // Clockwise.
-    const Pixels pixels = ToSet(shape);
-    Pixels expected; // A pixel with a 4-neighbour in the outside, which a diagonal step may reach.
-    const Pixels outside = Areas(pixels, false, 8).front();
-    for (const auto &[y, x] : pixels)
-        if (outside.count({y, x - 1}) || outside.count({y, x + 1}) || outside.count({y - 1, x}) ||
-            outside.count({y + 1, x}))
-            expected.insert({y, x});
+    // A pixel with a 4-neighbour in the outside, which a diagonal step may reach.
+    Pixels expected = ToSet(shape);
+    const Pixels outside = Areas(expected, false, 8).front();
+    std::erase_if(expected, [&](const auto &p) {
+        return !outside.count({p.first, p.second - 1}) && !outside.count({p.first, p.second + 1}) &&
+               !outside.count({p.first - 1, p.second}) && !outside.count({p.first + 1, p.second});
+    });
     EXPECT_EQ(ToSet(border), expected);
     for (int i = 0; i < count; ++i) {
-        const tagPOINT &a = border[i];
-        const tagPOINT &b = border[(i + 1) % count];
+        const tagPOINT &a = border[i], &b = border[(i + 1) % count];
         EXPECT_EQ(std::max(std::abs(a.x - b.x), std::abs(a.y - b.y)), 1);
     }
-
     const CPointArray nested = Draw({"#####", "#...#", "#.#.#", "#...#", "#####"});
     EXPECT_EQ(nested.GetTraceBorderPoint(2, 2, border), 1);
     EXPECT_EQ(nested.GetTraceBorderPoint(4, 4, border), 16);

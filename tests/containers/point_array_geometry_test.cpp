@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <limits>
 #include <random>
 
@@ -112,13 +113,11 @@ TEST(PointArrayGeometryTest, RoiKeepsWhatAnyRectangleHolds) {
         for (auto count = random() % 60; count > 0; --count)
             byRects.Add(next(), next());
         CPointArray byRegion = byRects;
-        Pairs inRects;
-        Pairs inGrown;
+        Pairs inRects, inGrown;
         for (const auto &[x, y] : PairsOf(byRects)) {
-            bool isHeld = false;
-            for (const RECT &r : rects)
-                isHeld = isHeld || (r.left <= x && x <= r.right && r.top <= y && y <= r.bottom);
-            if (isHeld)
+            if (std::ranges::any_of(rects, [x = x, y = y](const RECT &r) {
+                    return r.left <= x && x <= r.right && r.top <= y && y <= r.bottom;
+                }))
                 inRects.emplace_back(x, y);
             // The region's pixels and those that touch its rectangles on the right or below.
             if (PtInRegion(region.get(), x, y) || PtInRegion(region.get(), x - 1, y) ||

@@ -88,8 +88,10 @@ TEST(ValueArraysTest, SumUp) {
     CLongArray longs;
     CUShortArray words;
     CSortByteArray bytes;
+    CDoubleArray doubles;
     EXPECT_EQ(longs.GetAverage() + words.GetAverage() + bytes.GetAverage(), 0.0);
     EXPECT_EQ(longs.GetSum() + longs.GetMax() + longs.GetMin() + bytes.GetMax(), 0);
+    EXPECT_EQ(doubles.GetStdDev() + doubles.GetStdDev(3.0) + doubles.GetAverage(), 0.0);
     for (const LONG value : {INT32_MAX, 1, -7})
         longs.Add(value);
     const LONG sums[] = {0, INT32_MAX, INT32_MIN, INT32_MAX - 6};
@@ -104,14 +106,10 @@ TEST(ValueArraysTest, SumUp) {
     for (int i = 0; i < 70000; ++i)
         words.Add(65535);
     EXPECT_EQ(words.GetSum(), 4587450000); // Above 32 bits.
-    EXPECT_EQ(words.GetAverage(), 65535.0);
     for (const BYTE value : {BYTE{200}, BYTE{100}, BYTE{255}})
         bytes.Add(value);
     EXPECT_EQ(std::pair(bytes.GetSum(), bytes.GetAverage()), std::pair(std::int64_t{555}, 185.0));
     EXPECT_EQ(std::pair(bytes.GetMin(), bytes.GetMax()), std::pair(BYTE{100}, BYTE{255}));
-
-    CDoubleArray doubles;
-    EXPECT_EQ(doubles.GetStdDev() + doubles.GetStdDev(3.0) + doubles.GetAverage(), 0.0);
     for (const double value : {2.0, 4.0, 4.0, 4.0, 5.0, 5.0, 7.0, 9.0})
         doubles.Add(value);
     EXPECT_EQ(doubles.GetAverage(), 5.0);

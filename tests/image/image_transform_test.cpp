@@ -89,11 +89,10 @@ TYPED_TEST(ImageTransformTest, TurnsAndMirrorsAsOpenCVAndLeavesPadding) {
 
 TYPED_TEST(ImageTransformTest, RefusedTransformsChangeNothing) {
     const auto wide = this->Random(40000, 1);
-    TypeParam image = wide;
+    TypeParam image = wide, empty, released(3, 3);
     for (const double angle : {20.0, double{NAN}, double{INFINITY}})
         image.Rotate(angle, 0);
     EXPECT_EQ(BytesOf(image), BytesOf(wide));
-    TypeParam empty, released(3, 3);
     released.Release();
     for (TypeParam *without : {&empty, &released}) {
         without->Resize(4, 4, 1);
