@@ -70,10 +70,11 @@ TEST(PixelArraysTest, TakeAndGiveFields) {
     EXPECT_EQ(colours[0].reserved[0] | colours[0].reserved[1] | colours[0].reserved[2], 0);
 
     CPixelBunchArray bunches;
-    for (const Bunch &b : {Bunch{1, 2, 3.0}, {9, 2, 3.0}, {1, 9, 3.0}, {1, 2, 9.0}, {1, 2, 3.0}})
+    for (const Bunch &b :
+         {Bunch{1, 2, 3.0}, {9, 2, 3.0}, {1, 1, 3.0}, {1, 2, 2.0}, {1, 2, 9.0}, {1, 2, 3.0}})
         bunches.Add(b);
-    const int found[] = {0, 0, 4, 4, 4, 4, -1};
-    for (int start = -1; start < 6; ++start)
+    const int found[] = {0, 0, 5, 5, 5, 5, 5, -1};
+    for (int start = -1; start < 7; ++start)
         EXPECT_EQ(bunches.Find({1, 2, 3.0}, start), found[start + 1]) << start;
 }
 

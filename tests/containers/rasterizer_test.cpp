@@ -29,7 +29,7 @@ void ExpectLine(int x1, int y1, int x2, int y2) {
     CPointArray points;
     ASSERT_EQ(CTavixImage::GetLineSegment2(x1, y1, x2, y2, points), longer + 1);
     ASSERT_EQ(PairsOf(points), expected) << x2 - x1 << ", " << y2 - y1;
-    // The other kind of line takes the same pixels in both directions.
+    // The pixels of the other kind of line do not depend on its direction.
     CPointArray there, back;
     ASSERT_EQ(CTavixImage::GetLineSegment(x1, y1, x2, y2, there), longer + 1);
     CTavixImage::GetLineSegment(x2, y2, x1, y1, back);

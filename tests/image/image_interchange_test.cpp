@@ -135,8 +135,7 @@ TEST(ImageInterchangeTest, PackedBitmapsStartRightBehindTheHeader) {
 }
 
 TEST(ImageInterchangeTest, HeadersThatCannotBeAreRefused) {
-    using Header = BITMAPINFOHEADER;
-    const std::function<void(Header &)> damages[] = {
+    const std::function<void(BITMAPINFOHEADER &)> damages[] = {
         [](auto &header) { header.biSize = 12; },
         [](auto &header) { header.biSize = 124; },
         [](auto &header) { header.biWidth = 0; },
