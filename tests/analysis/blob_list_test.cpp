@@ -1,11 +1,11 @@
 #include "analysis/blob_reference.h"
+#include "analysis/each_target.h"
 
 #include "TAVIX20/containers/sort_byte_array.h"
 
 #include <opencv2/imgproc.hpp>
 
 #include <gtest/gtest.h>
-#include <hwy/targets.h>
 
 #include <algorithm>
 
@@ -23,19 +23,34 @@ constexpr std::array<long, 4> SIZE_BOUNDS[] = {
     {1, OPEN, 1, OPEN}, {1, OPEN, 0, OPEN}, {1, 2, 1, 2}, {1, 1, 1, 1},   {2, OPEN, 1, 3},
     {1, 3, -5, 2},      {1, OPEN, 2, OPEN}, {3, 8, 0, 6}, {1, OPEN, 1, 0}};
 
+/// The bounds of the size, and the output.
+template <typename Array>
+using Sized = std::function<int(long, long, long, long, Array &)>;
+
 /// One class of pixels with the members that look for it. Members that are not there stay empty.
 struct Members {
     const char *name;
-    Predicate isOfClass;
-    Predicate isNeighbour; ///< Empty: as isOfClass.
     std::array<int, 4> area;
-    std::function<int(long, long)> count;
-    std::function<int(long, long, CPointArrayArray &)> points;
-    std::function<int(const std::array<long, 4> &, CPointArrayArray &)> sizedPoints;
-    std::function<int(const std::array<long, 4> &, CPixelArrayArray &)> pixels;
-    std::function<int(const std::array<long, 4> &, CBlobRectArray &)> rectangles;
+    Predicate isOfClass;
+    Predicate isNeighbour = isOfClass;
     long slack = 0;
+    std::function<int(long, long)> count = {};
+    std::function<int(long, long, CPointArrayArray &)> points = {};
+    Sized<CPointArrayArray> sizedPoints = {};
+    Sized<CPixelArrayArray> pixels = {};
+    Sized<CBlobRectArray> rectangles = {};
 };
+
+/// The overloads of a member, with these arguments before the bounds.
+template <typename Image, typename... First>
+auto List(const Image &image, First... first) {
+    return [&image, first...](auto &&...rest) { return image.GetBlobList(first..., rest...); };
+}
+
+template <typename... First>
+auto RangeList(const CTavixImage8 &image, First... first) {
+    return [&image, first...](auto &&...rest) { return image.GetRangeBlobList(first..., rest...); };
+}
 
 /// Checks all members against the rules; output arrays hold something before.
 void ExpectAsLiteral(const CTavixImage &image, const Members &members) {
@@ -43,8 +58,7 @@ void ExpectAsLiteral(const CTavixImage &image, const Members &members) {
                  << members.name << ", " << image.GetWidth() << " x " << image.GetHeight());
     const auto literal = [&](long cap) {
         return LiteralBlobs(image.GetWidth(), image.GetHeight(), members.area, cap,
-                            members.isOfClass,
-                            members.isNeighbour ? members.isNeighbour : members.isOfClass);
+                            members.isOfClass, members.isNeighbour);
     };
     CPointArrayArray filled;
     filled.Add(CPointArray());
@@ -53,53 +67,47 @@ void ExpectAsLiteral(const CTavixImage &image, const Members &members) {
             break;
         const std::vector<Blob> expected = ByCount(literal(max), min, max);
         if (members.count) {
-            ASSERT_EQ(members.count(min, max), static_cast<int>(expected.size()))
-                << min << ' ' << max;
+            ASSERT_EQ(members.count(min, max), std::ssize(expected)) << min << ' ' << max;
         }
         if (members.points) {
             CPointArrayArray found = filled;
-            ASSERT_EQ(members.points(min, max, found), static_cast<int>(expected.size()) + 1);
+            ASSERT_EQ(members.points(min, max, found), std::ssize(expected) + 1);
             ASSERT_EQ(PointsOf(found, 1), PointsOf(expected)) << min << ' ' << max;
         }
     }
     const std::vector<Blob> all = literal(-1);
     for (const auto &bounds : SIZE_BOUNDS) {
         const std::vector<Blob> expected = BySize(all, bounds, members.slack);
-        const auto trace = testing::Message()
-                           << bounds[0] << ' ' << bounds[1] << ' ' << bounds[2] << ' ' << bounds[3];
+        const auto [minW, maxW, minH, maxH] = bounds;
+        SCOPED_TRACE(testing::Message() << minW << ' ' << maxW << ' ' << minH << ' ' << maxH);
         if (members.rectangles) {
             CBlobRectArray found;
             found.Add(1, 2, 3, 4, 5);
-            ASSERT_EQ(members.rectangles(bounds, found), static_cast<int>(expected.size()));
-            ASSERT_EQ(BoxesOf(found), BoxesOf(expected)) << trace;
+            ASSERT_EQ(members.rectangles(minW, maxW, minH, maxH, found), std::ssize(expected));
+            ASSERT_EQ(BoxesOf(found), BoxesOf(expected));
         }
         if (members.sizedPoints) {
             CPointArrayArray found = filled;
-            ASSERT_EQ(members.sizedPoints(bounds, found), static_cast<int>(expected.size()) + 1);
-            ASSERT_EQ(PointsOf(found, 1), PointsOf(expected)) << trace;
+            ASSERT_EQ(members.sizedPoints(minW, maxW, minH, maxH, found), std::ssize(expected) + 1);
+            ASSERT_EQ(PointsOf(found, 1), PointsOf(expected));
         }
         if (members.pixels) {
             CPixelArrayArray found;
-            ASSERT_EQ(members.pixels(bounds, found), static_cast<int>(expected.size()));
-            ASSERT_EQ(PointsOf(found), PointsOf(expected)) << trace;
+            ASSERT_EQ(members.pixels(minW, maxW, minH, maxH, found), std::ssize(expected));
+            ASSERT_EQ(PointsOf(found), PointsOf(expected));
         }
     }
 }
 
 /// The members that look for a value, in the whole image.
 Members ForValue(const CTavixImage8 &image, int value) {
-    return {
-        "value",
-        [&image, value](int x, int y) { return image.GetPixel(x, y) == value; },
-        {},
-        {0, 0, image.GetWidth() - 1, image.GetHeight() - 1},
-        [&image, value](long a, long b) { return image.GetBlobList(value, a, b); },
-        [&image, value](long a, long b, auto &out) { return image.GetBlobList(value, a, b, out); },
-        {},
-        {},
-        [&image, value](const auto &s, auto &out) {
-            return image.GetBlobList(value, s[0], s[1], s[2], s[3], out);
-        }};
+    const auto list = List(image, value);
+    return {.name = "value",
+            .area = {0, 0, image.GetWidth() - 1, image.GetHeight() - 1},
+            .isOfClass = [&image, value](int x, int y) { return image.GetPixel(x, y) == value; },
+            .count = list,
+            .points = list,
+            .rectangles = list};
 }
 
 /// All other members of grey images, with random arguments.
@@ -109,10 +117,9 @@ std::vector<Members> ForOtherClasses(const CTavixImage8 &image, std::mt19937 &ra
     const auto pick = [&random](int low, int high) {
         return std::uniform_int_distribution<int>(low, high)(random);
     };
-    int x1 = pick(-2, w), x2 = pick(-2, w), y1 = pick(-2, h), y2 = pick(-2, h);
-    const std::array<int, 4> area{std::min(x1, x2), std::min(y1, y2), std::max(x1, x2),
-                                  std::max(y1, y2)};
-    const auto [l, t, r, b] = area;
+    const auto [l, r] = std::minmax({pick(-2, w), pick(-2, w)});
+    const auto [t, b] = std::minmax({pick(-2, h), pick(-2, h)});
+    const std::array<int, 4> area{l, t, r, b};
     const int threshold = pick(-1, 256), value = pick(0, 3) * 85;
     const auto low = static_cast<unsigned char>(pick(0, 255)),
                high = static_cast<unsigned char>(pick(0, 255));
@@ -134,90 +141,52 @@ std::vector<Members> ForOtherClasses(const CTavixImage8 &image, std::mt19937 &ra
                 return isMasked(x, y) != 0;
         return false;
     };
-    const auto inEllipse = [=](int x, int y) {
+    const auto inEllipse = [=, l = l, t = t, r = r, b = b](int x, int y) {
         const long dx = 2L * x - l - r, dy = 2L * y - t - b, width = r - l, height = b - t;
         return x >= l && x <= r && y >= t && y <= b && inBand(x, y) &&
                dx * dx * height * height + dy * dy * width * width <=
                    width * width * height * height;
     };
-    const CTavixImage8 &i = image;
+    const auto thresholdList = List(image, threshold, value);
+    const auto areaList = List(image, l, t, r, b, value);
+    const auto areaThresholdList = List(image, l, t, r, b, threshold, value);
+    const auto bandList = RangeList(image, low, high);
+    const auto listedList = RangeList(image, listed);
+    const auto ellipseList = [=, &image, l = l, t = t, r = r, b = b](long p, long q, auto &out) {
+        return image.GetRangeBlobListInEllipseROI(l, t, r, b, low, high, p, q, out);
+    };
     return {
-        {"threshold",
-         above,
-         equal,
-         whole,
-         {},
-         [&i, threshold, value](long p, long q, auto &out) {
-             return i.GetBlobList(threshold, value, p, q, out);
-         },
-         {},
-         {},
-         [&i, threshold, value](const auto &s, auto &out) {
-             return i.GetBlobList(threshold, value, s[0], s[1], s[2], s[3], out);
-         }},
-        {"value in a rectangle",
-         equal,
-         {},
-         area,
-         {},
-         {},
-         [=, &i](const auto &s, auto &out) {
-             return i.GetBlobList(l, t, r, b, value, s[0], s[1], s[2], s[3], out);
-         },
-         {},
-         [=, &i](const auto &s, auto &out) {
-             return i.GetBlobList(l, t, r, b, value, s[0], s[1], s[2], s[3], out);
-         }},
-        {"threshold in a rectangle",
-         above,
-         equal,
-         area,
-         {},
-         [=, &i](long p, long q, auto &out) {
-             return i.GetBlobList(l, t, r, b, threshold, value, p, q, out);
-         },
-         {},
-         {},
-         [=, &i](const auto &s, auto &out) {
-             return i.GetBlobList(l, t, r, b, threshold, value, s[0], s[1], s[2], s[3], out);
-         }},
-        {"band",
-         inMaskedBand,
-         {},
-         whole,
-         [=, &i](long p, long q) { return i.GetRangeBlobList(low, high, p, q); },
-         [=, &i](long p, long q, auto &out) { return i.GetRangeBlobList(low, high, p, q, out); },
-         {},
-         [=, &i](const auto &s, auto &out) {
-             return i.GetRangeBlobList(low, high, s[0], s[1], s[2], s[3], out);
-         },
-         [=, &i](const auto &s, auto &out) {
-             return i.GetRangeBlobList(low, high, s[0], s[1], s[2], s[3], out);
-         }},
-        {"listed",
-         isListed,
-         {},
-         whole,
-         {},
-         [=, &i](long p, long q, auto &out) { return i.GetRangeBlobList(listed, p, q, out); },
-         {},
-         [=, &i](const auto &s, auto &out) {
-             return i.GetRangeBlobList(listed, s[0], s[1], s[2], s[3], out);
-         },
-         [=, &i](const auto &s, auto &out) {
-             return i.GetRangeBlobList(listed, s[0], s[1], s[2], s[3], out);
-         }},
-        {"ellipse",
-         inEllipse,
-         {},
-         area,
-         {},
-         [=, &i](long p, long q, auto &out) {
-             return i.GetRangeBlobListInEllipseROI(l, t, r, b, low, high, p, q, out);
-         },
-         {},
-         {},
-         {}},
+        {.name = "threshold",
+         .area = whole,
+         .isOfClass = above,
+         .isNeighbour = equal,
+         .points = thresholdList,
+         .rectangles = thresholdList},
+        {.name = "value in a rectangle",
+         .area = area,
+         .isOfClass = equal,
+         .sizedPoints = areaList,
+         .rectangles = areaList},
+        {.name = "threshold in a rectangle",
+         .area = area,
+         .isOfClass = above,
+         .isNeighbour = equal,
+         .points = areaThresholdList,
+         .rectangles = areaThresholdList},
+        {.name = "band",
+         .area = whole,
+         .isOfClass = inMaskedBand,
+         .count = bandList,
+         .points = bandList,
+         .pixels = bandList,
+         .rectangles = bandList},
+        {.name = "listed",
+         .area = whole,
+         .isOfClass = isListed,
+         .points = listedList,
+         .pixels = listedList,
+         .rectangles = listedList},
+        {.name = "ellipse", .area = area, .isOfClass = inEllipse, .points = ellipseList},
     };
 }
 
@@ -264,16 +233,14 @@ TEST(BlobListTest, NoiseAndShapes) {
             ASSERT_NO_FATAL_FAILURE(ExpectAsLiteral(image, ForValue(image, value)));
 }
 
-TEST(BlobListTest, EveryInstructionSet) {
-    std::mt19937 random(4);
-    for (const std::int64_t target : hwy::SupportedAndGeneratedTargets()) {
-        hwy::SetSupportedTargetsForTest(target);
-        for (const double density : {0.05, 0.5, 0.8}) {
-            const CTavixImage8 image = Noise(211, 30, density, random);
-            EXPECT_NO_FATAL_FAILURE(ExpectAsLiteral(image, ForValue(image, 255))) << target;
-        }
+using BlobTargetsTest = EachTargetTest;
+INSTANTIATE_TEST_SUITE_P(Targets, BlobTargetsTest, EACH_TARGET, TargetName);
+
+TEST_P(BlobTargetsTest, FindTheSameBlobs) {
+    for (const double density : {0.05, 0.5, 0.8}) {
+        const CTavixImage8 image = Noise(211, 30, density, m_random);
+        ASSERT_NO_FATAL_FAILURE(ExpectAsLiteral(image, ForValue(image, 255)));
     }
-    hwy::SetSupportedTargetsForTest(0);
 }
 
 TEST(BlobListTest, ListsChangeByThemselves) {
@@ -281,25 +248,21 @@ TEST(BlobListTest, ListsChangeByThemselves) {
     CPointArrayArray lists;
     Noise(150, 60, 0.5, random).GetBlobList(255, 1, OPEN, lists);
     std::vector<Points> expected = PointsOf(lists);
-    for (std::size_t i = 0; i < expected.size(); i += 2) {
-        auto &list = lists[static_cast<int>(i)];
-        for (int k = 0; k < 3; ++k) {
-            list.Add(k, 7);
-            expected[i].emplace_back(k, 7);
+    CPointArrayArray rest;
+    for (int i = 0; i < lists.GetElementCount(); ++i) {
+        auto &points = expected[static_cast<std::size_t>(i)];
+        for (int k = 0; k < 3 && i % 2 == 0; ++k) {
+            lists[i].Add(k, 7);
+            points.emplace_back(k, 7);
         }
         if (i % 4 == 0) {
-            list.Remove(0);
-            expected[i].erase(expected[i].begin());
+            lists[i].Remove(0);
+            points.erase(points.begin());
         }
     }
     EXPECT_EQ(PointsOf(lists), expected);
-    CPointArrayArray rest;
-    for (int i = 0; i < lists.GetElementCount(); ++i) {
-        if (i % 3 == 0)
-            rest.Add(std::move(lists[i]));
-        else
-            rest.Add(lists[i]);
-    }
+    for (int i = 0; i < lists.GetElementCount(); ++i)
+        i % 3 == 0 ? rest.Add(std::move(lists[i])) : rest.Add(lists[i]);
     lists.RemoveAll();
     EXPECT_EQ(PointsOf(rest), expected);
 }
@@ -340,79 +303,64 @@ TEST(BlobListTest, ColourBlobsAndPieces) {
         if (round % 4 == 1)
             image.Gaussian5x5();
         const int w = image.GetWidth(), h = image.GetHeight();
-        const auto channel = [&image](int x, int y, int which) {
-            return static_cast<int>(image.GetPixel(x, y) >> 8 * which & 0xFF);
+        using Colour = std::array<int, 3>;
+        const auto isWithin = [&image](int x, int y, const Colour &from, const Colour &tolerance) {
+            bool isNear = true;
+            for (std::size_t k = 0; k < 3; ++k) {
+                const int level = static_cast<int>(image.GetPixel(x, y) >> 8 * k & 0xFF);
+                isNear &= std::abs(level - from[k]) <= tolerance[k];
+            }
+            return isNear;
         };
-        std::array<unsigned char, 3> reference, tolerance;
+        Colour from, tolerance;
         for (std::size_t k = 0; k < 3; ++k) {
-            reference[k] = static_cast<unsigned char>(random() % (round % 2 == 0 ? 4 : 256));
-            tolerance[k] = static_cast<unsigned char>(random() % (round % 2 == 0 ? 3 : 120));
+            from[k] = static_cast<int>(random() % (round % 2 == 0 ? 4 : 256));
+            tolerance[k] = static_cast<int>(random() % (round % 2 == 0 ? 3 : 120));
         }
-        const auto isNear = [&](int x, int y) {
-            for (int k = 0; k < 3; ++k)
-                if (std::abs(channel(x, y, k) - reference[static_cast<std::size_t>(k)]) >
-                    tolerance[static_cast<std::size_t>(k)])
-                    return false;
-            return true;
+        const auto list = [&](auto... area) {
+            const auto byte = [](int level) { return static_cast<unsigned char>(level); };
+            return List(image, area..., byte(from[0]), byte(from[1]), byte(from[2]),
+                        byte(tolerance[0]), byte(tolerance[1]), byte(tolerance[2]));
         };
-        const auto [r, g, b] = reference;
-        const auto [tr, tg, tb] = tolerance;
-        Members whole{
-            "colour",
-            isNear,
-            {},
-            {0, 0, w - 1, h - 1},
-            {},
-            {},
-            {},
-            {},
-            [&, r = r, g = g, b = b, tr = tr, tg = tg, tb = tb](const auto &s, auto &out) {
-                return image.GetBlobList(r, g, b, tr, tg, tb, s[0], s[1], s[2], s[3], out);
-            },
-            1};
-        ASSERT_NO_FATAL_FAILURE(ExpectAsLiteral(image, whole)) << round;
-        whole.area = {w / 3, h / 4, w, h / 2};
-        whole.rectangles = [&, r = r, g = g, b = b, tr = tr, tg = tg, tb = tb](const auto &s,
-                                                                               auto &out) {
-            return image.GetBlobList(w / 3, h / 4, w, h / 2, r, g, b, tr, tg, tb, s[0], s[1], s[2],
-                                     s[3], out);
-        };
-        ASSERT_NO_FATAL_FAILURE(ExpectAsLiteral(image, whole)) << round;
+        Members members{.name = "colour",
+                        .area = {0, 0, w - 1, h - 1},
+                        .isOfClass = [&](int x, int y) { return isWithin(x, y, from, tolerance); },
+                        .slack = 1,
+                        .rectangles = list()};
+        ASSERT_NO_FATAL_FAILURE(ExpectAsLiteral(image, members)) << round;
+        members.area = {w / 3, h / 4, w, h / 2};
+        members.rectangles = list(w / 3, h / 4, w, h / 2);
+        ASSERT_NO_FATAL_FAILURE(ExpectAsLiteral(image, members)) << round;
 
         const int x = static_cast<int>(random()) & 63 % w, y = h / 2;
-        const auto isPiece = [&](int px, int py) {
-            for (int k = 0; k < 3; ++k)
-                if (std::abs(channel(px, py, k) - channel(x, y, k)) > 30)
-                    return false;
-            return true;
+        const auto pieceOf = [&](long cap, const Predicate &isOfClass) {
+            return LiteralBlobs(w, h, {x, y, x, y}, cap, isOfClass,
+                                [](int, int) { return false; })[0]
+                .points;
         };
         CPointArray piece;
         piece.Add(7, 7);
-        const Points expected =
-            LiteralBlobs(w, h, {x, y, x, y}, -1, isPiece, [](int, int) { return false; })[0].points;
-        ASSERT_EQ(image.GetPieceBlobAtPoint(x, y, 30, piece), static_cast<int>(expected.size()));
-        CPointArrayArray list;
-        list.Add(piece);
-        EXPECT_EQ(PointsOf(list)[0], expected);
+        const auto expectPiece = [&](int count, const Points &expected) {
+            CPointArrayArray pieces;
+            pieces.Add(piece);
+            EXPECT_EQ(count, std::ssize(expected));
+            EXPECT_EQ(PointsOf(pieces)[0], expected);
+        };
+        const auto there = static_cast<COLORREF>(image.GetPixel(x, y));
+        const Colour seedColour{GetRValue(there), GetGValue(there), GetBValue(there)};
+        expectPiece(image.GetPieceBlobAtPoint(x, y, 30, piece), pieceOf(-1, [&](int px, int py) {
+                        return isWithin(px, py, seedColour, {30, 30, 30});
+                    }));
         const std::unique_ptr<CTavixImage8> grey(image.GetRedSpace());
         const int seed = grey->GetPixel(x, y);
-        for (const long cap : {0L, 1L, 5L}) {
-            const Points band =
-                LiteralBlobs(
-                    w, h, {x, y, x, y}, cap == 0 ? -1 : cap,
-                    [&](int px, int py) { return std::abs(grey->GetPixel(px, py) - seed) <= 40; },
-                    [](int, int) { return false; })[0]
-                    .points;
-            CPointArrayArray pieces;
-            ASSERT_EQ(
-                grey->GetPieceBlobAtPoint(x, y, seed - 40, seed + 40, static_cast<int>(cap), piece),
-                static_cast<int>(band.size()));
-            pieces.Add(piece);
-            EXPECT_EQ(PointsOf(pieces)[0], band);
-            if (cap == 0) {
-                EXPECT_EQ(grey->GetPieceBlobAtPoint(x, y, 40, piece),
-                          static_cast<int>(band.size()));
-            }
+        for (const int cap : {-1, 1, 5}) {
+            const Points band = pieceOf(
+                cap, [&](int px, int py) { return std::abs(grey->GetPixel(px, py) - seed) <= 40; });
+            expectPiece(
+                grey->GetPieceBlobAtPoint(x, y, seed - 40, seed + 40, std::max(cap, 0), piece),
+                band);
+            if (cap < 0)
+                expectPiece(grey->GetPieceBlobAtPoint(x, y, 40, piece), band);
         }
     }
 }

@@ -1,10 +1,9 @@
 #include "TAVIX20/analysis/byte_kernels.h"
 #include "TAVIX20/analysis/histogram.h"
+#include "analysis/each_target.h"
 #include "image/image_samples.h"
 
 #include <gtest/gtest.h>
-
-#include <hwy/targets.h>
 
 #include <functional>
 
@@ -13,12 +12,8 @@ namespace {
 using namespace tavix_test;
 using tavix::ByteBand;
 
-/// Runs each test once for every instruction set that this machine has.
-class ByteKernelsTest : public testing::TestWithParam<std::int64_t> {
+class ByteKernelsTest : public EachTargetTest {
 protected:
-    ByteKernelsTest() { hwy::SetSupportedTargetsForTest(GetParam()); }
-    ~ByteKernelsTest() override { hwy::SetSupportedTargetsForTest(0); }
-
     /// Calls check(bytes, count) for counts to 300 at changing alignments; the block goes on
     /// behind.
     void ForRuns(const std::function<void(unsigned char *, std::size_t)> &check) {
@@ -39,15 +34,9 @@ protected:
             ASSERT_EQ(Bytes(bytes, bytes + count + 64), wanted) << count;
         });
     }
-
-    std::mt19937 m_random{31};
 };
 
-INSTANTIATE_TEST_SUITE_P(Targets, ByteKernelsTest,
-                         testing::ValuesIn(hwy::SupportedAndGeneratedTargets()),
-                         [](const auto &param) {
-                             return std::string(hwy::TargetName(param.param));
-                         });
+INSTANTIATE_TEST_SUITE_P(Targets, ByteKernelsTest, EACH_TARGET, TargetName);
 
 constexpr ByteBand BANDS[] = {{0, 255}, {50, 100}, {0, 0}, {255, 255}, {7, 7}, {1, 0}, {200, 100}};
 

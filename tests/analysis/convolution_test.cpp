@@ -1,9 +1,8 @@
 #include "TAVIX20/analysis/convolution_kernels.h"
+#include "analysis/each_target.h"
 #include "image/image_samples.h"
 
 #include <gtest/gtest.h>
-
-#include <hwy/targets.h>
 
 #include <algorithm>
 #include <vector>
@@ -39,12 +38,8 @@ Bytes Filtered(const Image &image, const std::vector<long> &kernel, int size, lo
     return result;
 }
 
-/// Runs once for every instruction set that this machine has.
-class ConvolutionTest : public testing::TestWithParam<std::int64_t> {
+class ConvolutionTest : public EachTargetTest {
 protected:
-    ConvolutionTest() { hwy::SetSupportedTargetsForTest(GetParam()); }
-    ~ConvolutionTest() override { hwy::SetSupportedTargetsForTest(0); }
-
     template <typename Image>
     void ExpectFilter(int rounds) {
         const auto choose = [this](auto values) { return values[m_random() % values.size()]; };
@@ -72,15 +67,9 @@ protected:
                 << largest << ", divisor " << divisor << ", offset " << offset;
         }
     }
-
-    std::mt19937 m_random{77};
 };
 
-INSTANTIATE_TEST_SUITE_P(Targets, ConvolutionTest,
-                         testing::ValuesIn(hwy::SupportedAndGeneratedTargets()),
-                         [](const auto &param) {
-                             return std::string(hwy::TargetName(param.param));
-                         });
+INSTANTIATE_TEST_SUITE_P(Targets, ConvolutionTest, EACH_TARGET, TargetName);
 
 TEST_P(ConvolutionTest, FilterIsTheDirectSumWhicheverWayItIsComputed) {
     ExpectFilter<CTavixImage8>(500);

@@ -61,39 +61,25 @@ std::pair<int, int> Range(const Counts &counts, const std::function<bool(double)
 TEST(PointOperationsTest, LightAndGammaChangeEveryByte) {
     std::mt19937 random(1);
     const auto image = RandomImage<CTavixImage8>(37, 9, random);
-    for (const auto &[b, c] : {std::pair{0L, 0L},
-                               {255, 100},
-                               {-255, -100},
-                               {17, -33},
-                               {-9, 71},
-                               {256, 0},
-                               {0, 101},
-                               {-256, 0},
-                               {0, -101}}) {
+    constexpr int lights[][2] = {{0, 0},   {255, 100}, {-255, -100}, {17, -33}, {-9, 71},
+                                 {256, 0}, {0, 101},   {-256, 0},    {0, -101}};
+    for (const auto &[b, c] : lights) {
         CTavixImage8 changed = image;
         changed.Light(b, c);
         const bool acts = std::abs(b) <= 255 && std::abs(c) <= 100;
-        const double k = static_cast<double>(c + 100) / 100.0;
-        EXPECT_EQ(BytesOf(changed),
-                  Mapped(image, true,
-                         [&, shift = b](int p) {
-                             return acts ? std::trunc((p - 128) * k +
-                                                      static_cast<double>(shift + 128) + 0.5)
-                                         : p;
-                         }))
-            << b << ", " << c;
+        const auto level = [acts, shift = b + 128.5, k = (c + 100) / 100.0](int p) {
+            return acts ? std::trunc((p - 128) * k + shift) : p;
+        };
+        EXPECT_EQ(BytesOf(changed), Mapped(image, true, level)) << b << ", " << c;
     }
     for (const double g : {1.0, 2.2, 0.45, 1e-4, 1e9, 0.0, -1.0, double{NAN}}) {
         CTavixImage8 changed = image;
         changed.Gamma(g);
-        EXPECT_EQ(BytesOf(changed),
-                  Mapped(image, true,
-                         [g](int p) {
-                             const double k = std::pow(255, 1 / g) / 255;
-                             const double value = std::pow(p, 1 / g) / k;
-                             return !(g > 0) ? p : std::isnan(value) ? 0 : std::trunc(value);
-                         }))
-            << g;
+        const auto level = [g](int p) {
+            const double value = std::pow(p, 1 / g) / (std::pow(255, 1 / g) / 255);
+            return !(g > 0) ? p : std::isnan(value) ? 0 : std::trunc(value);
+        };
+        EXPECT_EQ(BytesOf(changed), Mapped(image, true, level)) << g;
     }
 }
 
@@ -104,46 +90,42 @@ TEST(PointOperationsTest, HistogramStretchesFollowTheirRules) {
         const Counts counts = CountsOf(image);
         const double pixels = image.GetWidth() * image.GetHeight();
         SCOPED_TRACE(round);
-        CTavixImage8 normalized = image, stretched = image, contrasted = image, logged = image,
-                     rooted = image, equalized = image;
-        normalized.HistoNormalize();
-        stretched.HistoStretch();
-        contrasted.AutoContrast();
-        logged.HistoLog();
-        rooted.HistoRoot();
-        equalized.HistoEqualize();
-
+        const auto made = [&image](void (CTavixImage::*operation)()) {
+            CTavixImage8 changed = image;
+            (changed.*operation)();
+            return changed;
+        };
+        const auto expectMapped = [&](void (CTavixImage::*operation)(), const Levels &level) {
+            EXPECT_EQ(BytesOf(made(operation)), Mapped(image, false, level));
+        };
         const auto above = [](double clip) { return [clip](double n) { return n > clip; }; };
         auto [low, high] = Range(counts, above(image.GetImageLen() / 100));
         if (low == high)
             std::tie(low, high) = Range(counts, above(0));
-        EXPECT_EQ(BytesOf(normalized), Mapped(image, false, [l = low, h = high](int p) {
-                      return l == h ? p : p < l ? 0 : p > h ? 255 : (p - l) * 254 / (h - l);
-                  }));
+        expectMapped(&CTavixImage::HistoNormalize, [l = low, h = high](int p) {
+            return l == h ? p : p < l ? 0 : p > h ? 255 : (p - l) * 254 / (h - l);
+        });
         std::tie(low, high) = Range(counts, above(0));
-        EXPECT_EQ(BytesOf(stretched), Mapped(image, false, [l = low, h = high](int p) {
-                      return l < h ? (255 * p - 255 * l) / (h - l) : p;
-                  }));
+        expectMapped(&CTavixImage::HistoStretch, [l = low, h = high](int p) {
+            return l < h ? (255 * p - 255 * l) / (h - l) : p;
+        });
         std::tie(low, high) = Range(counts, [pixels](double n) { return n / pixels * 100 >= 3.0; });
-        EXPECT_EQ(BytesOf(contrasted), Mapped(image, false, [l = low, h = high](int p) {
-                      return l == h  ? p
-                             : p < l ? 0
-                             : p > h ? 255
-                                     : std::nearbyint((p - l) * (255.0 / (h - l)));
-                  }));
+        expectMapped(&CTavixImage::AutoContrast, [l = low, h = high](int p) {
+            const double stretched = std::nearbyint((p - l) * (255.0 / (h - l)));
+            return l == h ? p : p < l ? 0 : p > h ? 255 : stretched;
+        });
         int brightest = 255;
         while (brightest > 1 && counts[static_cast<std::size_t>(brightest)] == 0)
             --brightest;
         const double m = std::log(brightest);
-        EXPECT_EQ(BytesOf(logged), Mapped(image, false, [&](int p) {
-                      return p == 0 || m == 0 ? 0 : std::nearbyint(std::log(p) * (255 / m));
-                  }));
-        EXPECT_EQ(BytesOf(rooted), Mapped(image, false, [&](int p) {
-                      return m == 0 ? 0 : std::trunc(std::sqrt(p) * (128 / m));
-                  }));
+        expectMapped(&CTavixImage::HistoLog, [m](int p) {
+            return p == 0 || m == 0 ? 0 : std::nearbyint(std::log(p) * (255 / m));
+        });
+        expectMapped(&CTavixImage::HistoRoot,
+                     [m](int p) { return m == 0 ? 0 : std::trunc(std::sqrt(p) * (128 / m)); });
         cv::Mat expected;
         cv::equalizeHist(PixelsOf(image), expected);
-        EXPECT_TRUE(SamePixels(PixelsOf(equalized), expected));
+        EXPECT_TRUE(SamePixels(PixelsOf(made(&CTavixImage::HistoEqualize)), expected));
     }
 }
 
@@ -208,10 +190,7 @@ TEST(PointOperationsTest, ColourImagesChannelByChannel) {
             cv::Mat plane;
             cv::extractChannel(PixelsOf(changed), plane, channel);
             CTavixImage8 grey(53, 31);
-            grey.Copy(0, 0, CTavixImage8(53, 31));
-            for (int y = 0; y < 31; ++y)
-                for (int x = 0; x < 53; ++x)
-                    grey.SetPixel(x, y, planes[channel].at<uchar>(y, x));
+            planes[channel].copyTo(cv::Mat(31, 53, CV_8U, grey.GetImagePtr(), 56));
             apply(grey);
             EXPECT_TRUE(SamePixels(plane, PixelsOf(grey))) << name << ", channel " << channel;
         }

@@ -6,33 +6,18 @@
 
 #include <gtest/gtest.h>
 
-#include <string>
-
 namespace {
 
 using namespace tavix_test;
 
-CTavixImage8 FromRows(const std::vector<std::string> &rows) {
-    CTavixImage8 image(static_cast<int>(rows[0].size()), static_cast<int>(rows.size()));
-    for (int y = 0; y < image.GetHeight(); ++y)
-        for (int x = 0; x < image.GetWidth(); ++x)
-            image.SetPixel(
-                x, y,
-                rows[static_cast<std::size_t>(y)][static_cast<std::size_t>(x)] == '#' ? 255 : 0);
-    return image;
-}
-
 /// Random discs, in part beyond the edge, some joined, some with holes.
 CTavixImage8 Discs(unsigned seed) {
-    cv::Mat pixels = cv::Mat::zeros(80, 97, CV_8U);
+    CTavixImage8 image(97, 80);
+    cv::Mat pixels(80, 97, CV_8U, image.GetImagePtr(), 100);
     std::mt19937 random(seed);
     for (int i = 0; i < 25; ++i)
         cv::circle(pixels, {static_cast<int>(random() % 97), static_cast<int>(random() % 80)},
                    2 + static_cast<int>(random() % 9), cv::Scalar(i % 4 == 3 ? 0 : 255), -1);
-    CTavixImage8 image(97, 80);
-    for (int y = 0; y < 80; ++y)
-        for (int x = 0; x < 97; ++x)
-            image.SetPixel(x, y, pixels.at<uchar>(y, x));
     return image;
 }
 
@@ -62,7 +47,8 @@ TEST(ThinningTest, KeepsTheConnectionsAndMakesThinLines) {
 }
 
 TEST(ThinningTest, BarsBecomeTheirMiddleLine) {
-    const auto bar = FromRows({".........", ".#######.", ".#######.", ".#######.", "........."});
+    CTavixImage8 bar(9, 5);
+    bar.Marking(1, 1, 7, 3, 255);
     CTavixImage8 thin = bar, edges = bar;
     thin.Thinning();
     edges.EdgeThinning();

@@ -43,34 +43,23 @@ struct Dump {
 };
 
 std::string RandomText(std::mt19937 &random) {
+    static const std::string characters = "<>/='\"& \n\t;\r\xEF\xE0\xF4\x80";
     static const std::vector<std::string> pieces = {"<a>",
                                                     "<b ",
                                                     "</a>",
                                                     "</b>",
                                                     "</a >",
                                                     "/>",
-                                                    ">",
-                                                    "<",
-                                                    "/",
-                                                    "=",
-                                                    " ",
-                                                    "\n",
-                                                    "\r\n",
-                                                    "\t",
                                                     "x='1'",
                                                     "y=\"2\"",
                                                     "z = 3 ",
                                                     "x=4",
-                                                    "'",
-                                                    "\"",
                                                     "&amp;",
                                                     "&lt;",
-                                                    "&",
                                                     "&#65;",
                                                     "&#x41;",
                                                     "&#x",
                                                     "&#9 x7;",
-                                                    ";",
                                                     "text",
                                                     "<!-- c -->",
                                                     "<!--",
@@ -84,11 +73,7 @@ std::string RandomText(std::mt19937 &random) {
                                                     "?>",
                                                     "\xEF\xBB\xBF",
                                                     "\xEF\xBF\xBE",
-                                                    "\xEF",
                                                     "\xC3\xA9",
-                                                    "\xE0",
-                                                    "\xF4",
-                                                    "\x80",
                                                     "_n:.-1",
                                                     "<a",
                                                     "<b>",
@@ -98,29 +83,11 @@ std::string RandomText(std::mt19937 &random) {
                                                     "]]>"};
     std::string text = random() % 2 == 0 ? "<?xml version=\"1.0\"?><a>" : "";
     for (std::size_t count = random() % 24; count > 0; --count)
-        text += pieces[random() % (random() % 8 == 0 ? pieces.size() : pieces.size() - 2)];
+        if (random() % 3 == 0)
+            text += characters[random() % characters.size()];
+        else
+            text += pieces[random() % (random() % 8 == 0 ? pieces.size() : pieces.size() - 2)];
     return text;
-}
-
-/// The numbers of the texts, in the order that programs compare with.
-int NumberOf(const std::string &text) {
-    static const std::vector<std::string> table = {
-        "",
-        "Error",
-        "Failed to open file",
-        "Memory allocation failed.",
-        "Error parsing Element.",
-        "Failed to read Element name",
-        "Error reading Element value.",
-        "Error reading Attributes.",
-        "Error: empty tag.",
-        "Error reading end tag.",
-        "Error parsing Unknown.",
-        "Error parsing Comment.",
-        "Error parsing Declaration.",
-        "Error document empty.",
-        "Error null (0) or unexpected EOF found in input stream."};
-    return static_cast<int>(std::find(table.begin(), table.end(), text) - table.begin());
 }
 
 XmlScan Scan(const std::string &padded, int encoding, std::size_t depth, std::size_t attributes) {
@@ -168,7 +135,8 @@ TEST(CxXmlParseTest, ReadsRandomTextsAsTinyXmlDoesAndScansThemExactly) {
         ASSERT_EQ(end != nullptr ? end - text.c_str() : -1,
                   theirEnd != nullptr ? theirEnd - padded.c_str() : -1);
         ASSERT_STREQ(ours.ErrorDesc(), theirs.ErrorDesc());
-        ASSERT_EQ(ours.ErrorId(), NumberOf(theirs.ErrorDesc()));
+        // There is one number more in the order that programs compare with: 3, out of memory.
+        ASSERT_EQ(ours.ErrorId(), theirs.ErrorId() + (theirs.ErrorId() < 3 ? 0 : 1));
         ASSERT_EQ(ours.Error(), theirs.Error());
         ASSERT_EQ(ours.ErrorRow(), theirs.ErrorRow());
         ASSERT_EQ(ours.ErrorCol(), theirs.ErrorCol());

@@ -1,23 +1,8 @@
-#include "TAVIX20/support/cx_mem_file.h"
-#include "TAVIX20/support/cx_xml.h"
+#include "support/xml_text.h"
 
 #include <gtest/gtest.h>
 
-#include <string>
-
 namespace {
-
-std::string Printed(const CxXmlBase &object, int depth = 0) {
-    CxMemFile file;
-    object.Print(file, depth);
-    return std::string(static_cast<const char *>(file), static_cast<std::size_t>(file.GetSize()));
-}
-
-std::string Streamed(const CxXmlBase &object) {
-    CxOStream stream;
-    object.StreamOut(&stream);
-    return stream.c_str();
-}
 
 const std::string DECLARED = "<?xml version=\"1.0\" encoding=\"euc-kr\" ?>\r\n";
 

@@ -1,19 +1,11 @@
-#include "TAVIX20/support/cx_xml.h"
+#include "support/xml_text.h"
 
 #include <gtest/gtest.h>
 
-#include <functional>
 #include <limits>
 #include <memory>
-#include <string>
 
 namespace {
-
-std::string Streamed(const CxXmlNode &node) {
-    CxOStream stream;
-    stream << node;
-    return stream.c_str();
-}
 
 /// Counts the objects that are alive.
 struct Counted : CxXmlElement {

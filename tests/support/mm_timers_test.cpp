@@ -12,9 +12,6 @@
 #include <thread>
 #include <vector>
 
-#include <sys/wait.h>
-#include <unistd.h>
-
 namespace {
 
 using Clock = std::chrono::steady_clock;
@@ -31,17 +28,7 @@ int CallFunction(void *function) {
     return 0;
 }
 
-/// Returns when every call that was under way has ended: all come from one thread.
-void WaitForServiceThread() {
-    std::atomic<bool> called = false;
-    std::function<void()> call = [&] { called = true; };
-    CMMTimers timer;
-    timer.RegisterCallBack(CallFunction, &call);
-    ASSERT_EQ(timer.StartTimer(1, 1), 1);
-    WaitUntil([&] { return called.load(); });
-}
-
-/// A timer that counts its calls.
+/// A timer that counts its calls, or does something else in them.
 struct CountingTimer {
     std::atomic<int> calls = 0;
     std::function<void()> call = [this] { ++calls; };
@@ -50,23 +37,29 @@ struct CountingTimer {
     CountingTimer() { timer.RegisterCallBack(CallFunction, &call); }
 };
 
+/// Returns when every call that was under way has ended: all come from one thread.
+void WaitForServiceThread() {
+    CountingTimer counting;
+    ASSERT_EQ(counting.timer.StartTimer(1, 1), 1);
+    WaitUntil([&] { return counting.calls > 0; });
+}
+
 /// The times of the first calls of a periodic timer, in milliseconds after its start. The first
 /// call takes a while.
 std::vector<double> CallTimes(unsigned period, milliseconds firstTakes, std::size_t count) {
     std::vector<double> times;
     std::atomic<bool> enough = false;
     const auto start = Clock::now();
-    std::function<void()> call = [&] {
+    CountingTimer timed;
+    timed.call = [&] {
         times.push_back(std::chrono::duration<double, std::milli>(Clock::now() - start).count());
         if (times.size() == 1)
             std::this_thread::sleep_for(firstTakes);
         enough = times.size() >= count;
     };
-    CMMTimers timer;
-    timer.RegisterCallBack(CallFunction, &call);
-    EXPECT_EQ(timer.StartTimer(period, 0), 1);
+    EXPECT_EQ(timed.timer.StartTimer(period, 0), 1);
     WaitUntil([&] { return enough.load(); });
-    EXPECT_EQ(timer.StopTimer(), 1);
+    EXPECT_EQ(timed.timer.StopTimer(), 1);
     return times;
 }
 
@@ -222,19 +215,11 @@ TEST(CMMTimersTest, CallbackAndDataChangeTogether) {
 TEST(CMMTimersTest, AForkedChildHasNoTimersUntilItStartsSome) {
     CountingTimer counting;
     ASSERT_EQ(counting.timer.StartTimer(1000, 0), 1);
-    WaitUntilOtherThreadsSleep();
-    const pid_t child = fork();
-    ASSERT_GE(child, 0);
-    if (child == 0) {
-        alarm(20); // A hang ends the child by a signal.
+    ExpectInForkedChild([&] {
         bool isRight = counting.timer.StopTimer() == 0;
         isRight &= counting.timer.StartTimer(1, 0) == 1;
         WaitUntil([&] { return counting.calls >= 3; });
-        isRight &= counting.timer.StopTimer() == 1;
-        _exit(isRight ? 0 : 1);
-    }
-    int status = -1;
-    ASSERT_EQ(waitpid(child, &status, 0), child);
-    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << "status " << status;
+        return isRight && counting.timer.StopTimer() == 1;
+    });
     EXPECT_EQ(counting.timer.StopTimer(), 1) << "the parent's goes on";
 }

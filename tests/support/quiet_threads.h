@@ -1,11 +1,14 @@
 #pragma once
 
+#include <gtest/gtest.h>
+
 #include <chrono>
 #include <filesystem>
 #include <fstream>
 #include <string>
 #include <thread>
 
+#include <sys/wait.h>
 #include <unistd.h>
 
 /// Returns when all other threads of the process have been seen asleep several times in a row: a
@@ -22,4 +25,19 @@ inline void WaitUntilOtherThreadsSleep() {
         }
         quiet = allSleep ? quiet + 1 : 0;
     }
+}
+
+/// Runs check in a forked child, which may not hang, and expects it to be true there.
+template <typename Check>
+void ExpectInForkedChild(Check check) {
+    WaitUntilOtherThreadsSleep();
+    const pid_t child = fork();
+    ASSERT_GE(child, 0);
+    if (child == 0) {
+        alarm(20); // A hang ends the child by a signal.
+        _exit(check() ? 0 : 1);
+    }
+    int status = -1;
+    ASSERT_EQ(waitpid(child, &status, 0), child);
+    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << "status " << status;
 }

@@ -9,9 +9,6 @@
 #include <thread>
 #include <vector>
 
-#include <sys/wait.h>
-#include <unistd.h>
-
 using tavix::WorkerPool;
 
 namespace {
@@ -76,18 +73,11 @@ TEST(WorkerPoolTest, AForkedChildHasWorkersOfItsOwn) {
     WorkerPool pool(2);
     std::vector<int> values(100, 0);
     Mark(pool, values);
-    WaitUntilOtherThreadsSleep();
-    const pid_t child = fork();
-    ASSERT_GE(child, 0);
-    if (child == 0) {
-        alarm(20); // A hang ends the child by a signal.
+    ExpectInForkedChild([&] {
         Mark(pool, values);
         Mark(pool, values);
-        _exit(values == std::vector<int>(100, 3) ? 0 : 1);
-    }
-    int status = -1;
-    ASSERT_EQ(waitpid(child, &status, 0), child);
-    EXPECT_TRUE(WIFEXITED(status) && WEXITSTATUS(status) == 0) << "status " << status;
+        return values == std::vector<int>(100, 3);
+    });
     Mark(pool, values);
     EXPECT_EQ(values, std::vector<int>(100, 2));
 }
