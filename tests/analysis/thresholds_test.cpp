@@ -65,12 +65,13 @@ TEST(AdaptiveThresholdTest, FollowsTheRisingEdgesOfEachRow) {
         adapted.AdaptiveThreshold(77);
         ASSERT_EQ(BytesOf(adapted), Adapted(image, 77)) << image.GetWidth();
     }
-    const unsigned char edge[] = {0, 10, 20, 30, 40, 50, 7, 7}, flat[] = {0, 1, 2, 3, 4, 5, 7, 7};
-    CTavixImage8 steep(6, 1, edge), gentle(6, 1, flat);
-    steep.AdaptiveThreshold(9);
-    gentle.AdaptiveThreshold(9);
-    EXPECT_EQ(BytesOf(steep), (Bytes{0, 0, 0, 255, 255, 255, 7, 7}));
-    EXPECT_EQ(BytesOf(gentle), (Bytes{9, 9, 9, 9, 9, 9, 7, 7}));
+    const Bytes rows[][2] = {{{0, 10, 20, 30, 40, 50, 7, 7}, {0, 0, 0, 255, 255, 255, 7, 7}},
+                             {{0, 1, 2, 3, 4, 5, 7, 7}, {9, 9, 9, 9, 9, 9, 7, 7}}};
+    for (const auto &[row, expected] : rows) {
+        CTavixImage8 image(6, 1, row.data());
+        image.AdaptiveThreshold(9);
+        EXPECT_EQ(BytesOf(image), expected);
+    }
 }
 
 TEST(SmartThresholdTest, SplitsEachTileByItsOwnThreshold) {

@@ -16,12 +16,6 @@ using tavix::FileCreation;
 using tavix::FileHandle;
 using tavix::FileMode;
 
-namespace {
-
-constexpr DWORD BOTH = FILE_SHARE_READ | FILE_SHARE_WRITE;
-
-} // namespace
-
 TEST(LastErrorTest, BelongsToTheThread) {
     SetLastError(5);
     std::thread([] { EXPECT_EQ(GetLastError(), ERROR_SUCCESS); }).join();
@@ -31,21 +25,17 @@ TEST(LastErrorTest, BelongsToTheThread) {
 TEST(FileHandleTest, FailuresToOpenSayWhy) {
     const TemporaryFolder folder;
     const std::string file = folder.Make("file", "x");
-    struct Case {
-        std::string name;
-        DWORD error;
-    };
-    const Case cases[] = {
+    const std::pair<std::string, DWORD> cases[] = {
         {folder / "missing", ERROR_FILE_NOT_FOUND},
         {folder / "missing/file", ERROR_PATH_NOT_FOUND},
         {file + "/below", ERROR_PATH_NOT_FOUND},
         {folder.Path(), ERROR_ACCESS_DENIED},
         {folder / std::string(300, 'n'), ERROR_FILENAME_EXCED_RANGE},
     };
-    for (const Case &c : cases) {
+    for (const auto &[name, error] : cases) {
         SetLastError(0);
-        EXPECT_EQ(FileHandle::Open(c.name.c_str(), {}).Get(), INVALID_HANDLE_VALUE) << c.name;
-        EXPECT_EQ(GetLastError(), c.error) << c.name;
+        EXPECT_EQ(FileHandle::Open(name.c_str(), {}).Get(), INVALID_HANDLE_VALUE) << name;
+        EXPECT_EQ(GetLastError(), error) << name;
     }
     EXPECT_FALSE(FileHandle::Open(nullptr, {}).IsValid());
     EXPECT_FALSE(FileHandle::Open(file.c_str(), {.access = 0}).IsValid());
@@ -53,16 +43,13 @@ TEST(FileHandleTest, FailuresToOpenSayWhy) {
 }
 
 TEST(FileHandleTest, SharesAsItWasAsked) {
-    struct Case {
-        DWORD first;
-        DWORD second;
+    constexpr DWORD read = FILE_SHARE_READ, write = FILE_SHARE_WRITE, both = read | write;
+    const struct {
+        DWORD first, second;
         bool opens;
-    };
-    for (const Case &c : {Case{0, 0, false},
-                          {0, BOTH, false},
-                          {BOTH, 0, false},
-                          {BOTH, BOTH, true},
-                          {FILE_SHARE_READ, FILE_SHARE_WRITE, true}}) {
+    } cases[] = {
+        {0, 0, false}, {0, both, false}, {both, 0, false}, {both, both, true}, {read, write, true}};
+    for (const auto &c : cases) {
         SCOPED_TRACE(testing::Message() << c.first << ' ' << c.second);
         const TemporaryFolder folder;
         const std::string name = folder.Make("file", "kept");

@@ -24,15 +24,12 @@ std::string ReadRest(CxFile &file) {
 } // namespace
 
 TEST(CxFileTest, FlagsChooseAccessAndCreation) {
-    struct Case {
+    const struct {
         unsigned int flags;
         bool exists;
-        int opens;
-        int loading;
-        int storing;
+        int opens, loading, storing;
         const char *content; ///< Afterwards.
-    };
-    const Case cases[] = {
+    } cases[] = {
         {0, true, 1, 1, 0, "old"},           {0, false, 0, 0, 0, ""},
         {1, true, 1, 0, 1, "old"},           {1, false, 0, 0, 0, ""},
         {2, true, 1, 0, 1, "old"},           {3, true, 0, 0, 0, "old"},
@@ -41,7 +38,7 @@ TEST(CxFileTest, FlagsChooseAccessAndCreation) {
         {0x2001, false, 0, 0, 0, ""},        {0x1000, true, 1, 1, 0, ""},
         {0x1000 | 0x40, false, 1, 1, 0, ""},
     };
-    for (const Case &c : cases) {
+    for (const auto &c : cases) {
         SCOPED_TRACE(testing::Message() << std::hex << c.flags << " exists " << c.exists);
         const TemporaryFolder folder;
         if (c.exists)

@@ -62,17 +62,15 @@ TEST(SafeFileTest, FailureLeavesTheOldFileAndNothingElse) {
         EXPECT_FALSE(SaveWholeFile(path.c_str(), std::string(5000, 'x').data(), 5000));
         EXPECT_EQ(GetLastError(), ERROR_FILE_TOO_LARGE);
     }
-    struct Case {
-        std::string path;
-        DWORD error;
-    };
-    for (const Case &c : {Case{folder / "missing/file", ERROR_PATH_NOT_FOUND},
-                          {folder / "sub", ERROR_ACCESS_DENIED},
-                          {path + "/below", ERROR_PATH_NOT_FOUND},
-                          {folder / std::string(256, 'n'), ERROR_FILENAME_EXCED_RANGE},
-                          {"", ERROR_INVALID_PARAMETER}}) {
-        EXPECT_FALSE(SaveWholeFile(c.path.c_str(), "new", 3)) << c.path;
-        EXPECT_EQ(GetLastError(), c.error) << c.path;
+    const std::pair<std::string, DWORD> cases[] = {
+        {folder / "missing/file", ERROR_PATH_NOT_FOUND},
+        {folder / "sub", ERROR_ACCESS_DENIED},
+        {path + "/below", ERROR_PATH_NOT_FOUND},
+        {folder / std::string(256, 'n'), ERROR_FILENAME_EXCED_RANGE},
+        {"", ERROR_INVALID_PARAMETER}};
+    for (const auto &[name, error] : cases) {
+        EXPECT_FALSE(SaveWholeFile(name.c_str(), "new", 3)) << name;
+        EXPECT_EQ(GetLastError(), error) << name;
     }
     EXPECT_EQ(folder.Content("file"), "old");
     EXPECT_EQ(folder.Names(), (std::set<std::string>{"file", "sub"}));

@@ -15,9 +15,7 @@ int LargestDifference(COLORREF a, COLORREF b) {
 
 TEST(CStdlibTest, ColourCodes) {
     const struct {
-        COLORREF colour;
-        COLORREF yuv;
-        COLORREF hls;
+        COLORREF colour, yuv, hls;
     } cases[] = {{RGB(255, 255, 255), RGB(255, 128, 128), RGB(0, 255, 0)},
                  {RGB(0, 0, 0), RGB(0, 128, 128), RGB(0, 0, 0)},
                  {RGB(255, 0, 0), RGB(76, 85, 255), RGB(255, 127, 255)}, // 128 + 179 * .713 = 255.6

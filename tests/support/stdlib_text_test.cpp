@@ -31,11 +31,7 @@ TEST(CStdlibTest, CalculatesFromLeftToRight) {
 
 TEST(CStdlibTest, TokenStrings) {
     const struct {
-        const char *text;
-        const char *key;
-        const char *value;
-        const char *removed;
-        const char *setTo5;
+        const char *text, *key, *value, *removed, *setTo5;
     } cases[] = {{"A=1;B=2", "A", "1", "B=2", "B=2;A=5"},
                  {"A=1;B=2", "B", "2", "A=1;", "A=1;B=5"},
                  {"A=1;B=2;", "A", "1", "B=2;", "B=2;A=5"},

@@ -5,7 +5,6 @@
 #include <gtest/gtest.h>
 
 #include <atomic>
-#include <numeric>
 #include <thread>
 #include <vector>
 
@@ -42,25 +41,16 @@ TEST(WorkerPoolTest, SlicesAreEqualAndTheLastTakesTheRemainder) {
     }
 }
 
-TEST(WorkerPoolTest, ReturnsOnlyWhenAllWorkIsDone) {
-    WorkerPool pool(3);
-    std::vector<int> values(1001, 0);
-    for (int round = 1; round <= 200; ++round) {
-        Mark(pool, values);
-        ASSERT_EQ(std::accumulate(values.begin(), values.end(), 0), 1001 * round);
-    }
-}
-
 TEST(WorkerPoolTest, CallersFromSeveralThreadsTakeTurns) {
-    WorkerPool pool(2);
+    WorkerPool pool(3);
     std::atomic<int> wrong = 0;
     std::vector<std::thread> callers;
     for (int caller = 0; caller < 4; ++caller)
         callers.emplace_back([&] {
             for (int round = 0; round < 100; ++round) {
-                std::vector<int> values(257, round);
+                std::vector<int> values(1001, round);
                 Mark(pool, values);
-                if (values != std::vector<int>(257, round + 1))
+                if (values != std::vector<int>(1001, round + 1))
                     ++wrong;
             }
         });
