@@ -45,7 +45,7 @@ struct Dump {
 /// Pieces of texts, by their kind. The last kind is the one that is read as older releases did.
 const std::vector<std::string> PIECES[] = {
     {"<a>", "<b>", "<a x='1'>", "<c/>", "<a", "<b ", "/>", ">", "<"},
-    {"</a>", "</b>", "</a >", "/", "_n:.-1", "text", "\xC3\xA9"},
+    {"</a>", "</b>", "</a >", "</a", "/", "_n:.-1", "text", "\xC3\xA9"},
     {"x='1'", "y=\"2\"", "z = 3 ", "x=4", "=", "'", "\""},
     {"&amp;", "&lt;", "&#65;", "&#x41;", "&#x", "&#9 x7;", "&", ";"},
     {"<!-- c -->", "<!--", "-->", "<!DOCTYPE d>", "<?xml ", "?>"},
