@@ -14,6 +14,7 @@
 #include <QTimerEvent>
 
 #include <memory>
+#include <new>
 #include <utility>
 
 namespace {
@@ -53,10 +54,16 @@ void CTavixView::ResetRoiContext() {
 }
 
 bool CTavixView::RoiFileOpen(const char *path) {
-    auto elements = tavix::LoadRoiFile(path);
-    if (!elements)
+    try {
+        auto elements = tavix::LoadRoiFile(path);
+        if (!elements)
+            return false;
+        CRoiElementArray rois;
+        rois.Assign(std::move(*elements));
+        m_rois = std::move(rois);
+    } catch (const std::bad_alloc &) {
         return false;
-    m_rois.Assign(std::move(*elements));
+    }
     RoisChanged();
     return true;
 }

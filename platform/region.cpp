@@ -10,6 +10,8 @@
 
 #include <algorithm>
 #include <cstring>
+#include <memory>
+#include <new>
 #include <vector>
 
 struct HRGN__ {
@@ -73,8 +75,12 @@ HRGN CreatePolygonRgn(const POINT *points, int count, int fillMode) {
     if (!std::ranges::all_of(polygon, IsRegionPoint))
         return nullptr;
     constexpr LONG limit = MAX_REGION_COORDINATE;
-    return tavix::FillPolygons({&polygon, 1}, fillMode, {-limit, -limit, limit, limit})
-        .CreateRegion();
+    try {
+        return tavix::FillPolygons({&polygon, 1}, fillMode, {-limit, -limit, limit, limit})
+            .CreateRegion();
+    } catch (const std::bad_alloc &) {
+        return nullptr;
+    }
 }
 
 HRGN tavix::RunRegion::CreateRegion() const {

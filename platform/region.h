@@ -46,8 +46,8 @@ constexpr bool IsRegionPoint(const POINT &point) {
 TAVIX_API HRGN CreateRectRgn(int left, int top, int right, int bottom);
 
 /// The pixels whose centre lies inside the closed polygon of count points by the fill mode
-/// (ALTERNATE or WINDING). Null for a null pointer, fewer than 2 points, another mode or a
-/// coordinate out of range.
+/// (ALTERNATE or WINDING). Null for a null pointer, fewer than 2 points, another mode, a
+/// coordinate out of range, and when memory runs out.
 TAVIX_API HRGN CreatePolygonRgn(const POINT *points, int count, int fillMode);
 
 /// Sets target to source1 combined with source2 by a RGN_ mode; source2 is not used by RGN_COPY.
