@@ -42,9 +42,9 @@ struct Scene {
     QTemporaryDir folder;
     cv::Mat mask;
 
-    explicit Scene(int side) : mask(side, side, CV_8U, cv::Scalar(0)) {
+    Scene(int side, bool isShown) : mask(side, side, CV_8U, cv::Scalar(0)) {
         window.resize(1920, 1080);
-        window.show();
+        window.setVisible(isShown);
         QCoreApplication::processEvents();
         CTavixImage8 image(side, side);
         std::fill_n(image.GetImagePtr(), image.GetImageLen(), static_cast<unsigned char>(128));
@@ -92,11 +92,11 @@ struct Scene {
 
 /// Makes a scene at the first call: the other rows need the memory as well.
 template <typename Prepare>
-auto Lazily(int side, Prepare prepare) {
+auto Lazily(int side, Prepare prepare, bool isShown = false) {
     const auto scene = std::make_shared<std::unique_ptr<Scene>>();
     return [=]() -> Scene & {
         if (!*scene) {
-            *scene = std::make_unique<Scene>(side);
+            *scene = std::make_unique<Scene>(side, isShown);
             prepare(**scene);
         }
         return **scene;
@@ -162,10 +162,13 @@ void AddStripes() {
         const int y = i / 625 * 200;
         comb.insert(comb.end(), {{x, y}, {x + 2, y}, {x + 2, y + 9}, {x + 3, y + 9}});
     }
-    const auto get = Lazily(2048, [comb](Scene &scene) {
-        scene.Write("comb.roix", {comb});
-        scene.window.RoiFileOpen(scene.Path("comb.roix").c_str());
-    });
+    const auto get = Lazily(
+        2048,
+        [comb](Scene &scene) {
+            scene.Write("comb.roix", {comb});
+            scene.window.RoiFileOpen(scene.Path("comb.roix").c_str());
+        },
+        true);
     const auto screen = std::make_shared<QImage>(1920, 1080, QImage::Format_RGB32);
     AddComparison({"stripe tick, 10,000 outline points", "QPainter, textured pen", 1.0,
                    [=] {

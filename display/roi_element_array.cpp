@@ -1,14 +1,19 @@
 // Strokes are combined one by one as they are drawn. A whole list is combined as a tree: a sequence
 // of strokes takes some pixels away and then adds some, and two such changes in a row are one
-// again, so that small strokes meet small ones before they meet the whole region.
+// again, so that small strokes meet small ones before they meet the whole region. Workers share a
+// list.
 
 #include "TAVIX20/display/roi_element_array.h"
 
 #include "TAVIX20/containers/outline_tracer.h"
 #include "TAVIX20/display/view_transform.h"
+#include "TAVIX20/support/stdlib.h"
+#include "TAVIX20/support/worker_pool.h"
 
 #include <algorithm>
+#include <atomic>
 #include <climits>
+#include <new>
 #include <utility>
 
 namespace {
@@ -70,6 +75,29 @@ Change ChangeOf(std::span<const _stRoiElement> elements) {
     return change;
 }
 
+tavix::WorkerPool pool(CStdlib::GetNumOfProcessors());
+
+/// ChangeOf with a slice for each worker.
+Change ChangeOfAll(std::span<const _stRoiElement> elements) {
+    std::vector<Change> changes(static_cast<std::size_t>(pool.GetWorkerCount()));
+    std::atomic<bool> isOutOfMemory = false;
+    pool.Run(static_cast<int>(elements.size()), [&](const tavix::WorkerPool::Slice &slice) {
+        try {
+            const auto first = static_cast<std::size_t>(slice.first);
+            const auto end = static_cast<std::size_t>(slice.end);
+            changes[static_cast<std::size_t>(slice.worker)] =
+                ChangeOf(elements.subspan(first, end - first));
+        } catch (const std::bad_alloc &) {
+            isOutOfMemory = true;
+        }
+    });
+    if (isOutOfMemory)
+        throw std::bad_alloc();
+    for (std::size_t i = 1; i < changes.size(); ++i)
+        changes.front().FollowedBy(changes[i]);
+    return std::move(changes.front());
+}
+
 bool HasPoints(const _stRoiElement &element) {
     return element.Points.GetElementCount() > 0;
 }
@@ -123,7 +151,7 @@ void CRoiElementArray::Combine(std::size_t first) {
         m_isStarted = true;
         elements = {start + 1, elements.end()};
     }
-    const Change change = ChangeOf(elements);
+    const Change change = elements.size() > 1 ? ChangeOfAll(elements) : ChangeOf(elements);
     m_combined.Subtract(change.removed);
     m_combined.Unite(change.added);
 }
