@@ -43,17 +43,29 @@ bool IsElement(const TiXmlNode &node) {
     return node.Type() == TiXmlNode::TINYXML_ELEMENT;
 }
 
+/// The nodes of a large document lie scattered: the next one is on its way while this one is
+/// printed.
+void Prefetch(const TiXmlNode *node) {
+    __builtin_prefetch(node);
+    __builtin_prefetch(reinterpret_cast<const char *>(node) + 64);
+}
+
 } // namespace
 
-char *XmlPrinter::Reserve(std::size_t size) {
-    if (m_text.size() - m_used < size && m_archive != nullptr)
+void XmlPrinter::MakeRoom(std::size_t size) {
+    if (m_archive != nullptr)
         Flush();
     if (m_text.size() - m_used < size)
         m_text.resize(std::max({m_used + size, m_text.size() * 2, PIECE}));
+}
+
+inline char *XmlPrinter::Reserve(std::size_t size) {
+    if (m_text.size() - m_used < size) [[unlikely]]
+        MakeRoom(size);
     return m_text.data() + m_used;
 }
 
-void XmlPrinter::Put(std::string_view text) {
+inline void XmlPrinter::Put(std::string_view text) {
     std::memcpy(Reserve(text.size()), text.data(), text.size());
     m_used += text.size();
 }
@@ -195,6 +207,7 @@ bool XmlPrinter::BeginDocument(const TiXmlNode &document) {
 }
 
 bool XmlPrinter::BeginElement(const TiXmlElement &element) {
+    Prefetch(element.NextSibling());
     Put("<");
     Put(element.ValueStr());
     for (const TiXmlAttribute *each = element.FirstAttribute(); each != nullptr;

@@ -40,6 +40,7 @@ private:
 
     /// Room for so many bytes behind the text.
     char *Reserve(std::size_t size);
+    void MakeRoom(std::size_t size);
     void Put(std::string_view text);
     void PutEscaped(std::string_view text);
     void BreakLine();
