@@ -5,6 +5,8 @@
 #include <algorithm>
 #include <cstdio>
 #include <map>
+#include <regex>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -37,9 +39,8 @@ public:
                 m_milliseconds[run.run_name.function_name].push_back(run.GetAdjustedRealTime());
     }
 
-    const std::vector<double> *TimesOf(const std::string &name) const {
-        const auto found = m_milliseconds.find(name);
-        return found == m_milliseconds.end() ? nullptr : &found->second;
+    const std::vector<double> &TimesOf(const std::string &name) const {
+        return m_milliseconds.at(name);
     }
 
 private:
@@ -48,7 +49,7 @@ private:
 
 void Register(const std::string &name, const std::function<void()> &work) {
     benchmark::RegisterBenchmark(name.c_str(),
-                                 [work](benchmark::State &state) {
+                                 [&work](benchmark::State &state) {
                                      for (auto _ : state)
                                          work();
                                  })
@@ -58,13 +59,19 @@ void Register(const std::string &name, const std::function<void()> &work) {
         ->UseRealTime();
 }
 
+Collector Measure(const Comparison &row) {
+    Collector times;
+    Register(row.operation + OURS, row.ours);
+    Register(row.operation + THEIRS, row.theirs);
+    benchmark::SetBenchmarkFilter("all");
+    benchmark::RunSpecifiedBenchmarks(&times);
+    benchmark::ClearRegisteredBenchmarks();
+    return times;
+}
+
 void PrintRow(const Comparison &row, const Collector &times) {
-    const auto *const ours = times.TimesOf(row.operation + OURS);
-    const auto *const theirs = times.TimesOf(row.operation + THEIRS);
-    if (!ours || !theirs)
-        return;
-    const double ourMedian = Median(*ours);
-    const double peerMedian = Median(*theirs);
+    const double ourMedian = Median(times.TimesOf(row.operation + OURS));
+    const double peerMedian = Median(times.TimesOf(row.operation + THEIRS));
     const double ratio = peerMedian / ourMedian;
     std::printf("%-46s %10.4f  %-38s %10.4f %7.2f %7.2f  %s\n", row.operation.c_str(), ourMedian,
                 row.peer.c_str(), peerMedian, ratio, row.target,
@@ -93,21 +100,17 @@ int RunComparisons(int argc, char **argv) {
     if (benchmark::ReportUnrecognizedArguments(count, pointers.data()))
         return 2;
 
-    for (const Comparison &row : Comparisons()) {
-        Register(row.operation + OURS, row.ours);
-        Register(row.operation + THEIRS, row.theirs);
-    }
-    Collector times;
-    benchmark::RunSpecifiedBenchmarks(&times);
-
     std::printf("Medians of %d interleaved runs in milliseconds; ratio = peer / ours.\n\n",
                 REPETITIONS);
     std::printf("%-46s %10s  %-38s %10s %7s %7s\n", "operation", "ours", "peer", "peer's", "ratio",
                 "target");
-    for (const Comparison &row : Comparisons())
-        PrintRow(row, times);
-    // Windows must not outlive the application object.
-    benchmark::ClearRegisteredBenchmarks();
-    Comparisons().clear();
+    const std::regex filter(benchmark::GetBenchmarkFilter());
+    for (Comparison &each : Comparisons()) {
+        // Each row goes with what it keeps alive: the windows of one row, and memory that it
+        // holds, slow the next ones down.
+        const Comparison row = std::exchange(each, {});
+        if (std::regex_search(row.operation, filter))
+            PrintRow(row, Measure(row));
+    }
     return 0;
 }
