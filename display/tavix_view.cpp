@@ -3,6 +3,7 @@
 #include "TAVIX20/display/tavix_view.h"
 
 #include "TAVIX20/display/tavix_wnd.h"
+#include "TAVIX20/display/view_scroll_bar.h"
 #include "TAVIX20/image/layout.h"
 
 #include <QCursor>
@@ -29,6 +30,8 @@ CTavixView::CTavixView(CTavixWnd *window) : QAbstractScrollArea(window), m_windo
     // The picture and the background around it cover every pixel.
     viewport()->setAttribute(Qt::WA_OpaquePaintEvent);
     viewport()->setMouseTracking(true);
+    setHorizontalScrollBar(new tavix::ViewScrollBar(Qt::Horizontal));
+    setVerticalScrollBar(new tavix::ViewScrollBar(Qt::Vertical));
     horizontalScrollBar()->setSingleStep(SCROLL_STEP);
     verticalScrollBar()->setSingleStep(SCROLL_STEP);
     InitialiseObjects();

@@ -1,6 +1,7 @@
 #include "display/shown_window.h"
 
 #include <QImage>
+#include <QScreen>
 #include <QScrollBar>
 
 #include <climits>
@@ -63,6 +64,28 @@ TEST_F(CTavixWndTest, ScrollsByBars) {
     EXPECT_EQ(rect, CRect(47, 5, 277, 155));
     window.ClientPtToImagePoint(rect);
     EXPECT_EQ(rect, CRect(17, 5, 40, 20));
+}
+
+// The bars leave out values that no screen shows; the last of them must arrive there.
+TEST_F(CTavixWndTest, ScreenShowsWhereScrollingEnded) {
+    Show(300, 200);
+    const CTavixImage8 image = Noise(100, 80);
+    window.SetImage(&image);
+    window.Zoom(10.0);
+    const auto onScreen = [this] {
+        return window.screen()
+            ->grabWindow(window.winId())
+            .toImage()
+            .convertToFormat(QImage::Format_RGB32);
+    };
+    for (int last : {600, 310, 0}) {
+        for (int i = 20; i >= 0; --i) {
+            window.SetScrollPos(SB_HORZ, last + i);
+            window.SetScrollPos(SB_VERT, last / 2 + i);
+            QCoreApplication::processEvents();
+        }
+        EXPECT_TRUE(QTest::qWaitFor([&] { return onScreen() == Grab(window); })) << last;
+    }
 }
 
 // Every client pixel at every zoom: the picture is the nearest image pixel at the client pixel's
