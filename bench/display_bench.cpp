@@ -12,7 +12,6 @@
 #include <opencv2/imgproc.hpp>
 
 #include <algorithm>
-#include <map>
 #include <memory>
 #include <vector>
 
@@ -58,24 +57,6 @@ public:
 
     QImage &Screen() { return m_screen; }
 
-    /// A shown window whose picture area has the client's size; it shows the large image at the
-    /// zoom. Each zoom has its own, so that no row pays for a change of zoom.
-    CTavixWnd &Window(double zoom) {
-        std::unique_ptr<CTavixWnd> &window = m_windows[zoom];
-        if (!window) {
-            window = std::make_unique<CTavixWnd>();
-            window->resize(CLIENT);
-            window->SetImage(&Large());
-            window->Zoom(zoom);
-            window->show();
-            QApplication::processEvents();
-            const auto *const view = window->findChild<QAbstractScrollArea *>();
-            window->resize(CLIENT + CLIENT - view->viewport()->size());
-            QApplication::processEvents();
-        }
-        return *window;
-    }
-
     tavix::PicturePainter &Painter() {
         if (!m_hasPicture)
             m_painter.SetPicture({std::as_const(Large()).GetImagePtr(), LARGE, LARGE, LARGE,
@@ -90,11 +71,24 @@ public:
 private:
     CTavixImage8 m_large;
     QImage m_screen{CLIENT, QImage::Format_RGB32};
-    std::map<double, std::unique_ptr<CTavixWnd>> m_windows;
     tavix::PicturePainter m_painter;
     bool m_hasPicture = false;
     int m_pan = 0;
 };
+
+/// A shown window whose picture area has the client's size; it shows the image at the zoom.
+std::unique_ptr<CTavixWnd> ShowWindow(const CTavixImage8 &image, double zoom) {
+    auto window = std::make_unique<CTavixWnd>();
+    window->resize(CLIENT);
+    window->SetImage(&image);
+    window->Zoom(zoom);
+    window->show();
+    QApplication::processEvents();
+    const auto *const view = window->findChild<QAbstractScrollArea *>();
+    window->resize(CLIENT + CLIENT - view->viewport()->size());
+    QApplication::processEvents();
+    return window;
+}
 
 /// The part of the large image that is to be seen, blitted by QPainter.
 void DrawPart(Scene &scene, double zoom) {
@@ -109,16 +103,19 @@ void DrawPart(Scene &scene, double zoom) {
 }
 
 void AddPan(const std::shared_ptr<Scene> &scene, const std::string &zoomText, double zoom) {
+    constexpr double frames = 300.0; // A second, of the window.
     const std::string what = "pan step, 10,000 x 10,000 grey, zoom " + zoomText;
+    const auto window = std::make_shared<std::unique_ptr<CTavixWnd>>(); // Goes with the row.
     AddComparison({what + ", window", "QPainter::drawImage of the part", 1.0,
-                   [scene, zoom] {
-                       CTavixWnd &window = scene->Window(zoom);
+                   [scene, zoom, window] {
+                       if (!*window)
+                           *window = ShowWindow(scene->Large(), zoom);
                        const int at = scene->Pan();
-                       window.SetScrollPos(SB_HORZ, at, false);
-                       window.SetScrollPos(SB_VERT, at);
+                       (*window)->SetScrollPos(SB_HORZ, at, false);
+                       (*window)->SetScrollPos(SB_VERT, at);
                        QApplication::processEvents();
                    },
-                   [scene, zoom] { DrawPart(*scene, zoom); }});
+                   [scene, zoom] { DrawPart(*scene, zoom); }, frames});
     AddComparison({what + ", painter", "QPainter::drawImage of the part", 1.0,
                    [scene, zoom] {
                        QPainter painter(&scene->Screen());
@@ -146,11 +143,13 @@ void AddPyramid(const std::shared_ptr<Scene> &scene) {
                  cv::resize(level, half, {level.cols / 2, level.rows / 2}, 0, 0, cv::INTER_AREA);
                  level = half;
              }
-         }});
+         },
+         1000.0 / 60});
 }
 
 void AddLiveView() {
     constexpr int side = 2048;
+    constexpr double frames = 60.0; // A second.
     const auto image = std::make_shared<CTavixImage8>(side, side);
     for (int i = 0; i < image->GetImageLen(); ++i)
         image->GetImagePtr()[i] = static_cast<unsigned char>(i * 7);
@@ -174,7 +173,8 @@ void AddLiveView() {
              painter.fillRect(screen->rect(), Qt::darkGray);
              painter.drawImage(
                  420, 0, copy.scaled(1075, 1075, Qt::KeepAspectRatio, Qt::SmoothTransformation));
-         }});
+         },
+         frames});
 }
 
 /// A window on a large image, points in it, and the bitmap of the peer.
