@@ -184,11 +184,14 @@ std::optional<int> ListComponents(const BlobSource &source, const SizeBounds &bo
     std::vector<std::uint32_t> &accepted = scratch.accepted;
     accepted.resize(labeling.Components().size() + 1);
     const std::size_t size = ChooseComponents(labeling, bounds, accepted.data());
-    const auto count = static_cast<int>(size);
+    const std::size_t lone = bounds.TakesOnePixel() ? labeling.Lone().rowEnds.back() : 0;
+    const auto count = static_cast<int>(size + lone);
     blobs.SetCount(count);
     if (blobs.GetElementCount() != count)
         return std::nullopt;
-    if (count > 0)
+    if (lone > 0)
+        WriteAllRecords(labeling, accepted.data(), size, &blobs[0]);
+    else if (size > 0)
         WriteRecords(labeling, accepted.data(), size, &blobs[0]);
     return count;
 }

@@ -57,20 +57,48 @@ std::size_t Choose(const Component *components, std::uint32_t count, const SizeB
 
 /// Sets the fields where they are: a record made elsewhere would be copied in larger pieces than it
 /// was written in, and each such load waits for the stores.
-HWY_INLINE void SetRecord(const Component &component, _stBlobRect &record) {
-    const Sides flip{0, 0, -1, -1};
-    const RecordSides sides =
-        __builtin_convertvector((SidesOf(component) ^ flip) - flip, RecordSides);
+HWY_INLINE void SetRecord(const RecordSides &sides, long pixelCount, _stBlobRect &record) {
     std::memcpy(&record.left, &sides, sizeof sides);
-    record.pixelCount = component.pixelCount;
+    record.pixelCount = pixelCount;
     const RecordSides others{};
     std::memcpy(&record.value1, &others, sizeof others);
+}
+
+HWY_INLINE void SetRecord(const Component &component, _stBlobRect &record) {
+    const Sides flip{0, 0, -1, -1};
+    SetRecord(__builtin_convertvector((SidesOf(component) ^ flip) - flip, RecordSides),
+              component.pixelCount, record);
 }
 
 void SetRecords(const Component *components, const std::uint32_t *accepted, std::size_t count,
                 _stBlobRect *records) {
     for (std::size_t i = 0; i < count; ++i)
         SetRecord(components[accepted[i]], records[i]);
+}
+
+void SetAllRecords(const RunLabeling &labeling, const std::uint32_t *accepted, std::size_t count,
+                   _stBlobRect *records) {
+    const Component *const components = labeling.Components().data();
+    const std::int32_t *const firstColumns = labeling.FirstColumns();
+    const std::uint32_t *const acceptedEnd = accepted + count;
+    const std::int32_t *column = labeling.Lone().columns.data();
+    const std::int32_t *const columns = column;
+    std::int32_t y = 0;
+    for (const std::size_t end : labeling.Lone().rowEnds) {
+        const auto setLone = [&] {
+            const long x = *column++;
+            SetRecord(RecordSides{x, y, x, y}, 1, *records++);
+        };
+        const std::int32_t *const rowEnd = columns + end;
+        for (; accepted < acceptedEnd && components[*accepted].box.Top() == y; ++accepted) {
+            while (column < rowEnd && *column < firstColumns[*accepted])
+                setLone();
+            SetRecord(components[*accepted], *records++);
+        }
+        while (column < rowEnd)
+            setLone();
+        ++y;
+    }
 }
 
 } // namespace tavix::HWY_NAMESPACE
@@ -81,12 +109,18 @@ namespace tavix {
 
 HWY_EXPORT(Choose);
 HWY_EXPORT(SetRecords);
+HWY_EXPORT(SetAllRecords);
 
 std::size_t ChooseComponents(const RunLabeling &labeling, const SizeBounds &bounds,
                              std::uint32_t *accepted) {
     const auto components = labeling.Components();
     return HWY_DYNAMIC_DISPATCH(Choose)(
         components.data(), static_cast<std::uint32_t>(components.size()), bounds, accepted);
+}
+
+void WriteAllRecords(const RunLabeling &labeling, const std::uint32_t *accepted, std::size_t count,
+                     _stBlobRect *records) {
+    HWY_DYNAMIC_DISPATCH(SetAllRecords)(labeling, accepted, count, records);
 }
 
 void WriteRecords(const RunLabeling &labeling, const std::uint32_t *accepted, std::size_t count,

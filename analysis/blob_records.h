@@ -18,6 +18,10 @@ struct SizeBounds;
 /// one more than all. Returns how many.
 std::size_t ChooseComponents(const RunLabeling &labeling, const SizeBounds &bounds,
                              std::uint32_t *accepted);
+/// Makes records of so many components, given by number, and of the pixels kept apart, in the order
+/// of all their first pixels.
+void WriteAllRecords(const RunLabeling &labeling, const std::uint32_t *accepted, std::size_t count,
+                     _stBlobRect *records);
 /// Makes records of so many components, given by number.
 void WriteRecords(const RunLabeling &labeling, const std::uint32_t *accepted, std::size_t count,
                   _stBlobRect *records);

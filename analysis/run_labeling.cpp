@@ -80,6 +80,23 @@ std::size_t FindRuns(const std::uint64_t *words, std::size_t wordCount, int widt
     return count;
 }
 
+/// Takes the pixels without a neighbour out of a row and writes their columns; returns where the
+/// next one goes.
+std::int32_t *SetApart(const std::uint64_t *above, std::uint64_t *row, const std::uint64_t *below,
+                       std::size_t wordCount, std::int32_t *columns) {
+    std::uint64_t carry = 0;
+    for (std::size_t word = 0; word < wordCount; ++word) {
+        const std::uint64_t bits = row[word];
+        const std::uint64_t fromLeft = bits << 1 | carry;
+        const std::uint64_t fromRight = bits >> 1 | row[word + 1] << (WORD_BITS - 1);
+        const std::uint64_t lone = bits & ~(fromLeft | fromRight | above[word] | below[word]);
+        columns = WritePlaces(lone, static_cast<std::int32_t>(word) * WORD_BITS, columns);
+        row[word] = bits ^ lone;
+        carry = bits >> (WORD_BITS - 1);
+    }
+    return columns;
+}
+
 /// The sides of a box, in one register. What was stored side by side could not be loaded as one
 /// before it has reached the cache.
 typedef std::int32_t Sides __attribute__((vector_size(sizeof(Box))));
@@ -94,9 +111,10 @@ HWY_INLINE Sides SidesOf(const Component &component) {
     return sides;
 }
 
-HWY_INLINE void Begin(Component &component, const Sides &sides, std::uint32_t number) {
+HWY_INLINE void Begin(Component &component, const Sides &sides, std::uint32_t pixelCount,
+                      std::uint32_t number) {
     std::memcpy(&component.box, &sides, sizeof sides);
-    component.pixelCount = 0;
+    component.pixelCount = pixelCount;
     component.parent = number;
 }
 
@@ -121,11 +139,13 @@ HWY_INLINE std::uint32_t Join(Component *components, std::uint32_t one, std::uin
 
 /// Adds the runs of a row to the components of those that they touch in the row above, run by run,
 /// or begins components with them; there is room for as many. Returns how many there are then.
-std::size_t MergeRuns(const Row &above, Row &row, int y, Component *components, std::size_t count) {
+std::size_t MergeRuns(const Row &above, Row &row, int y, Component *components,
+                      std::int32_t *firstColumns, std::size_t count) {
     const std::int32_t *upper = above.edges.data();
     const std::uint32_t *upperComponent = above.component.data();
-    for (std::size_t run = 0; run < row.runCount; ++run) {
-        const std::int32_t *const edges = row.edges.data() + 2 * run;
+    const std::int32_t *edges = row.edges.data();
+    std::uint32_t *ofRun = row.component.data();
+    for (const std::int32_t *const end = edges + 2 * row.runCount; edges < end; edges += 2) {
         const Sides sides = SidesOf(edges, y);
         for (; upper[1] <= edges[0]; upper += 2)
             ++upperComponent;
@@ -134,11 +154,12 @@ std::size_t MergeRuns(const Row &above, Row &row, int y, Component *components, 
             number = *upperComponent;
             for (; upper[2] < edges[1]; upper += 2)
                 number = Join(components, number, *++upperComponent);
+            Widen(components[number], sides, LengthOf(edges));
         } else {
-            Begin(components[count++], sides, number);
+            firstColumns[count] = edges[0];
+            Begin(components[count++], sides, LengthOf(edges), number);
         }
-        row.component[run] = number;
-        Widen(components[number], sides, LengthOf(edges));
+        *ofRun++ = number;
     }
     return count;
 }
@@ -167,7 +188,7 @@ HWY_INLINE std::uint32_t RunAt(const RunLabeling::WordStarts &starts, int bit) {
 std::size_t FindTouches(const Row &above, const Row &row, RunLabeling::Touch *touches) {
     RunLabeling::Touch *end = touches;
     std::uint64_t carry = 0;
-    for (std::size_t word = 0; word < row.words.size(); ++word) {
+    for (std::size_t word = 0; word < row.starts.size(); ++word) {
         const std::uint64_t common = above.words[word] & row.words[word];
         const RunLabeling::WordStarts upper = above.starts[word];
         const RunLabeling::WordStarts lower = row.starts[word];
@@ -201,7 +222,8 @@ void JoinTouching(const Row &above, Row &row, RunLabeling::Touch *touches, std::
 
 /// Begins components for runs that have none, and adds every run to its own. Components has room
 /// for one more than the runs of the row; returns how many there are then.
-std::size_t AddRuns(Row &row, int y, Component *components, std::size_t count) {
+std::size_t AddRuns(Row &row, int y, Component *components, std::int32_t *firstColumns,
+                    std::size_t count) {
     const std::int32_t *edges = row.edges.data();
     std::uint32_t *const ofRuns = row.component.data();
     const std::size_t runCount = row.runCount;
@@ -209,7 +231,8 @@ std::size_t AddRuns(Row &row, int y, Component *components, std::size_t count) {
         const Sides sides = SidesOf(edges, y);
         const auto next = static_cast<std::uint32_t>(count);
         const bool isNew = ofRuns[run] == RunLabeling::NONE;
-        Begin(components[count], sides, next);
+        Begin(components[count], sides, 0, next);
+        firstColumns[count] = edges[0];
         // No branch, for it could not be foretold.
         const std::uint32_t unlessNew = static_cast<std::uint32_t>(isNew) - 1;
         const std::uint32_t number = (ofRuns[run] & unlessNew) | (next & ~unlessNew);
@@ -236,6 +259,7 @@ HWY_AFTER_NAMESPACE();
 namespace tavix {
 
 HWY_EXPORT(FindRuns);
+HWY_EXPORT(SetApart);
 HWY_EXPORT(IndexStarts);
 HWY_EXPORT(FindTouches);
 HWY_EXPORT(JoinTouching);
@@ -243,34 +267,70 @@ HWY_EXPORT(AddRuns);
 HWY_EXPORT(MergeRuns);
 HWY_EXPORT(FoldIntoWhole);
 
-/// Rows are merged run by run where one of two has at most so many runs a word.
+/// A row of more runs a word than that is noise: runs are not merged one by one, and the next row's
+/// pixels without a neighbour are set apart.
 constexpr double FEW_RUNS_A_WORD = 2.5;
+
+namespace {
+
+using Row = RunLabeling::Row;
+
+/// Makes room for so many more, doubling.
+template <typename Value>
+Value *MakeRoom(std::vector<Value> &values, std::size_t used, std::size_t more) {
+    if (used + more > values.size())
+        values.resize(2 * values.size() + more);
+    return values.data() + used;
+}
+
+} // namespace
 
 RunLabeling::RunLabeling(const PixelClass &pixels, int width, int height, Runs runs,
                          Scratch &scratch)
-    : m_components(scratch.components) {
+    : m_components(scratch.components), m_firstColumns(scratch.firstColumns), m_lone(scratch.lone) {
     const std::size_t wordCount = WordsOf(width);
     const auto fewRuns = static_cast<std::size_t>(FEW_RUNS_A_WORD * static_cast<double>(wordCount));
     const std::size_t mostRuns = static_cast<std::size_t>(width) / 2 + 1;
     std::vector<Touch> touches(mostRuns + SPARE);
+    std::vector<std::uint64_t> below(wordCount + 1);
     Row above;
     Row row;
     for (Row *one : {&above, &row}) {
         one->edges.resize(2 * mostRuns + SPARE);
         std::fill_n(one->edges.begin(), SPARE, END);
         one->component.resize(mostRuns);
-        one->words.resize(wordCount);
+        one->words.resize(wordCount + 1);
         one->starts.resize(wordCount);
     }
+    m_lone.rowEnds.clear();
     std::size_t count = 0;
+    std::size_t loneCount = 0;
+    bool isNoise = false;
+    pixels.MarkRow(0, below.data());
     for (int y = 0; y < height; ++y) {
-        pixels.MarkRow(y, row.words.data());
+        row.words.swap(below);
+        if (y + 1 < height)
+            pixels.MarkRow(y + 1, below.data());
+        else
+            std::ranges::fill(below, 0);
+        std::size_t apart = 0;
+        if (isNoise && runs == Runs::Forgotten) {
+            std::int32_t *const columns = MakeRoom(m_lone.columns, loneCount, mostRuns + SPARE);
+            apart = static_cast<std::size_t>(
+                HWY_DYNAMIC_DISPATCH(SetApart)(above.words.data(), row.words.data(), below.data(),
+                                               wordCount, columns) -
+                columns);
+        }
+        loneCount += apart;
+        m_lone.rowEnds.push_back(loneCount);
         row.runCount =
             HWY_DYNAMIC_DISPATCH(FindRuns)(row.words.data(), wordCount, width, row.edges.data());
-        if (count + row.runCount >= m_components.size())
-            m_components.resize(2 * m_components.size() + row.runCount + 1);
+        isNoise = row.runCount + apart > fewRuns;
+        MakeRoom(m_components, count, row.runCount + 1);
+        MakeRoom(m_firstColumns, count, row.runCount + 1);
         if (std::min(above.runCount, row.runCount) <= fewRuns) {
-            count = HWY_DYNAMIC_DISPATCH(MergeRuns)(above, row, y, m_components.data(), count);
+            count = HWY_DYNAMIC_DISPATCH(MergeRuns)(above, row, y, m_components.data(),
+                                                    m_firstColumns.data(), count);
         } else {
             for (Row *const one : {&above, &row})
                 HWY_DYNAMIC_DISPATCH(IndexStarts)
@@ -279,7 +339,8 @@ RunLabeling::RunLabeling(const PixelClass &pixels, int width, int height, Runs r
                 HWY_DYNAMIC_DISPATCH(FindTouches)(above, row, touches.data());
             HWY_DYNAMIC_DISPATCH(JoinTouching)
             (above, row, touches.data(), touchCount, m_components.data());
-            count = HWY_DYNAMIC_DISPATCH(AddRuns)(row, y, m_components.data(), count);
+            count = HWY_DYNAMIC_DISPATCH(AddRuns)(row, y, m_components.data(),
+                                                  m_firstColumns.data(), count);
         }
         if (runs == Runs::Noted) {
             m_rows.push_back(m_noted.size());

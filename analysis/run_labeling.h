@@ -13,9 +13,10 @@
 /// runs, as objects have them, are merged run by run: mostly one run lies under one, so that the
 /// branches are foretold. Noise would make them fail; there, each stretch of bits that a row and
 /// the row above have in common is exactly one pair of touching runs, whose places in their rows
-/// are counts of starts up to there, and no run is searched for. Only two rows of runs are held,
-/// and as many components as begin. (After He et al., "A run-based two-scan labeling algorithm",
-/// 2008.)
+/// are counts of starts up to there, and no run is searched for. Of noise, too, are most pixels
+/// that have no neighbour; in rows of many runs they are found by their bits, and only their places
+/// are kept. Only two rows of runs are held, and as many components as begin. (After He et al., "A
+/// run-based two-scan labeling algorithm", 2008.)
 #pragma once
 
 #include "TAVIX20/analysis/pixel_class.h"
@@ -57,7 +58,7 @@ public:
         std::uint32_t lower;
     };
 
-    /// Whether the component of every run is noted, too.
+    /// Whether the component of every run is noted, too. If so, no pixel is kept apart.
     enum class Runs { Forgotten, Noted };
 
     /// The memory of a labeling, kept for the next one.
@@ -66,11 +67,21 @@ public:
     /// Labels the pixels of the class. Throws std::bad_alloc.
     RunLabeling(const PixelClass &pixels, int width, int height, Runs runs, Scratch &scratch);
 
+    /// Pixels without a neighbour that are kept apart, and are in no component: columns, in raster
+    /// order, and where the columns of each row end. Other such pixels are components.
+    struct LonePixels {
+        std::vector<std::int32_t> columns; ///< With room for more.
+        std::vector<std::size_t> rowEnds;
+    };
+    const LonePixels &Lone() const { return m_lone; }
+
     /// In raster order of their first pixels; whole ones among those that met another.
     std::span<const Component> Components() const { return {m_components.data(), m_count}; }
     bool IsWhole(std::uint32_t component) const {
         return m_components[component].parent == component;
     }
+    /// The columns of the components' first pixels.
+    const std::int32_t *FirstColumns() const { return m_firstColumns.data(); }
     /// The whole component of each run, in raster order, and each row's first run; where they are
     /// noted.
     const std::vector<std::uint32_t> &ComponentsOfRuns() const { return m_noted; }
@@ -85,13 +96,15 @@ public:
     struct Row {
         std::vector<std::int32_t> edges;      ///< Start and end of each, end exclusive; END behind.
         std::vector<std::uint32_t> component; ///< Of each.
-        std::vector<std::uint64_t> words;     ///< The pixels.
+        std::vector<std::uint64_t> words;     ///< The pixels, and a word of none.
         std::vector<WordStarts> starts;       ///< Only where it was needed.
         std::size_t runCount = 0;
     };
 
 private:
     std::vector<Component> &m_components; ///< With room for more.
+    std::vector<std::int32_t> &m_firstColumns;
+    LonePixels &m_lone;
     std::size_t m_count = 0;
     std::vector<std::uint32_t> m_noted;
     std::vector<std::size_t> m_rows;
@@ -99,6 +112,8 @@ private:
 
 struct RunLabeling::Scratch {
     std::vector<Component> components;
+    std::vector<std::int32_t> firstColumns;
+    LonePixels lone;
     std::vector<std::uint32_t> accepted; ///< For whoever chooses among them.
 };
 
