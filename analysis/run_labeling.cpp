@@ -19,7 +19,11 @@ using Row = RunLabeling::Row;
 
 /// The place of the lowest set bit; any place when there is none, without a question.
 HWY_INLINE int LowestBit(std::uint64_t bits) {
+#if HWY_ARCH_X86_64 && HWY_TARGET <= HWY_AVX2
+    return static_cast<int>(__builtin_ia32_tzcnt_u64(bits)); // Of 0 it is 64.
+#else
     return std::countr_zero(bits | std::uint64_t{1} << (WORD_BITS - 1));
+#endif
 }
 
 /// Writes value(bit) for each set bit; returns where the next one goes. The first few are written
@@ -101,9 +105,23 @@ std::int32_t *SetApart(const std::uint64_t *above, std::uint64_t *row, const std
 /// before it has reached the cache.
 typedef std::int32_t Sides __attribute__((vector_size(sizeof(Box))));
 
-HWY_INLINE Sides SidesOf(const std::int32_t *edges, int y) {
-    return Sides{edges[0], y, 1 - edges[1], -y};
-}
+/// Of runs in row y: start, y, 1 - end, -y.
+class RunSides {
+public:
+    explicit RunSides(int y) : m_y{y, -y, 0, 0} {}
+
+    HWY_INLINE Sides operator()(const std::int32_t *edges) const {
+        std::int64_t both; // In a register: what is put together in memory is slow to load.
+        std::memcpy(&both, edges, sizeof both);
+        typedef std::int64_t Pair __attribute__((vector_size(sizeof(Sides))));
+        const auto ends = reinterpret_cast<Sides>(Pair{both, 0});
+        const Sides sides = __builtin_shufflevector(ends, m_y, 0, 4, 1, 5);
+        return (sides ^ Sides{0, 0, -1, 0}) + Sides{0, 0, 2, 0};
+    }
+
+private:
+    Sides m_y;
+};
 
 HWY_INLINE Sides SidesOf(const Component &component) {
     Sides sides;
@@ -145,8 +163,9 @@ std::size_t MergeRuns(const Row &above, Row &row, int y, Component *components,
     const std::uint32_t *upperComponent = above.component.data();
     const std::int32_t *edges = row.edges.data();
     std::uint32_t *ofRun = row.component.data();
+    const RunSides sidesOf(y);
     for (const std::int32_t *const end = edges + 2 * row.runCount; edges < end; edges += 2) {
-        const Sides sides = SidesOf(edges, y);
+        const Sides sides = sidesOf(edges);
         for (; upper[1] <= edges[0]; upper += 2)
             ++upperComponent;
         auto number = static_cast<std::uint32_t>(count);
@@ -227,8 +246,9 @@ std::size_t AddRuns(Row &row, int y, Component *components, std::int32_t *firstC
     const std::int32_t *edges = row.edges.data();
     std::uint32_t *const ofRuns = row.component.data();
     const std::size_t runCount = row.runCount;
+    const RunSides sidesOf(y);
     for (std::size_t run = 0; run < runCount; ++run, edges += 2) {
-        const Sides sides = SidesOf(edges, y);
+        const Sides sides = sidesOf(edges);
         const auto next = static_cast<std::uint32_t>(count);
         const bool isNew = ofRuns[run] == RunLabeling::NONE;
         Begin(components[count], sides, 0, next);
