@@ -22,8 +22,8 @@
 
 namespace tavix {
 
-/// Rows of bits, each followed by an empty word, with an empty row above and below: what is looked
-/// for beyond an edge is not there.
+/// Rows of bits, each between empty words, with an empty row above and below: what is looked for
+/// beyond an edge is not there.
 class PixelMap {
 public:
     /// Sets the bits of the class. Throws std::bad_alloc.
@@ -33,7 +33,7 @@ public:
     std::span<const std::uint64_t> Words() const { return m_words; }
 
 private:
-    std::size_t RowAt(int y) const { return static_cast<std::size_t>(y + 1) * m_stride; }
+    std::size_t RowAt(int y) const { return static_cast<std::size_t>(y + 1) * m_stride + 1; }
 
     std::vector<std::uint64_t> m_words;
     std::size_t m_stride = 0;

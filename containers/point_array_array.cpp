@@ -25,11 +25,7 @@ void CPointArrayArray::Add(CPointArray &&points) {
 }
 
 bool CPointArrayArray::Add(std::span<detail::PointBlock> blocks) {
-    if (blocks.size() > static_cast<std::size_t>(INT32_MAX - m_count) || !Reserve(blocks.size()))
-        return false;
-    for (detail::PointBlock &block : blocks)
-        Append(CPointArray(std::move(block)));
-    return true;
+    return AppendEach(blocks);
 }
 
 void CPointArrayArray::Insert(int index, const CPointArray &points) {

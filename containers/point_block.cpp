@@ -99,9 +99,7 @@ void PointPool::MakeRoom(std::size_t size, std::size_t written, std::size_t most
     m_piece = piece;
 }
 
-PointBlock PointPool::Take(std::size_t count) {
-    if (count == 1)
-        return PointBlock(*Next());
+PointBlock PointPool::TakeMany(std::size_t count) {
     if (m_blocks == 0 && count > POINTS_OF_PIECE / 2) {
         PointPiece *const piece = Allocate(m_piece, count, 1);
         m_piece = nullptr;

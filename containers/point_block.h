@@ -100,11 +100,14 @@ public:
     /// block will have at most so many. Throws std::bad_alloc.
     void MakeRoom(std::size_t size, std::size_t written, std::size_t most);
     /// Makes a block of the first count points.
-    PointBlock Take(std::size_t count);
+    PointBlock Take(std::size_t count) {
+        return count == 1 ? PointBlock(*Next()) : TakeMany(count);
+    }
     /// Gives back memory that is for a large block only.
     void Trim();
 
 private:
+    PointBlock TakeMany(std::size_t count);
     void Release();
 
     PointPiece *m_piece = nullptr;

@@ -11,6 +11,7 @@
 #include <cstdint>
 #include <functional>
 #include <new>
+#include <span>
 #include <stdexcept>
 #include <type_traits>
 #include <vector>
@@ -142,6 +143,26 @@ protected:
         if (!Grow(1, step))
             return false;
         Record(m_count++) = std::move(copy);
+        return true;
+    }
+
+    /// Appends a record made of each part, which it takes over; false, and nothing changed, when
+    /// memory runs out. Making them must not throw.
+    template <typename Part>
+    bool AppendEach(std::span<Part> parts) {
+        constexpr std::size_t ahead = 64;
+        if (parts.size() > static_cast<std::size_t>(INT32_MAX - m_count) || !Reserve(parts.size()))
+            return false;
+        for (Part &part : parts) {
+            if (m_count == m_capacity && Counted() == m_block.size()) {
+                // Of many, the memory of later ones is on its way.
+                __builtin_prefetch(m_block.data() + Counted() + ahead, 1);
+                m_block.emplace_back(std::move(part));
+                m_capacity = ++m_count;
+            } else {
+                Append(T(std::move(part)));
+            }
+        }
         return true;
     }
 
