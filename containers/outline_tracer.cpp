@@ -9,6 +9,7 @@
 #include "TAVIX20/containers/outline_tracer.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace tavix {
 
@@ -36,14 +37,15 @@ class Tracer {
 public:
     explicit Tracer(std::span<const RECT> rects) : m_rects(rects), m_next(2 * rects.size(), NONE) {}
 
-    std::vector<Outline> Trace() {
+    void Trace(const std::function<void(std::span<const POINT>, bool)> &visit) {
         LinkAllLines();
-        std::vector<Outline> outlines;
-        std::vector<bool> done(m_next.size(), false);
+        std::vector<POINT> corners;
         for (std::size_t first = 0; first < m_next.size(); ++first)
-            if (!done[first])
-                outlines.push_back(Follow(static_cast<std::int32_t>(first), done));
-        return outlines;
+            if (m_next[first] != NONE) {
+                const auto piece = static_cast<std::int32_t>(first);
+                Follow(piece, corners);
+                visit(corners, !IsLeft(piece));
+            }
     }
 
 private:
@@ -151,22 +153,21 @@ private:
 
     // The first piece in raster order lies at the outline's top left: a left side of a part, a
     // right side (of what lies left of it) of a hole.
-    Outline Follow(std::int32_t first, std::vector<bool> &done) const {
-        Outline outline{{}, !IsLeft(first)};
+    // Takes the pieces of the outline out of their links.
+    void Follow(std::int32_t first, std::vector<POINT> &corners) {
+        corners.clear();
         std::int32_t piece = first;
         do {
-            done[static_cast<std::size_t>(piece)] = true;
-            const std::int32_t next = m_next[static_cast<std::size_t>(piece)];
+            const std::int32_t next = std::exchange(m_next[static_cast<std::size_t>(piece)], NONE);
             if (EndOf(piece) != StartOf(next)) {
-                outline.corners.push_back(EndOf(piece));
-                outline.corners.push_back(StartOf(next));
+                corners.push_back(EndOf(piece));
+                corners.push_back(StartOf(next));
             }
             piece = next;
         } while (piece != first);
         // A hole's first side runs downwards: its top-left corner is the start, which came last.
-        if (outline.isHole)
-            std::rotate(outline.corners.begin(), outline.corners.end() - 1, outline.corners.end());
-        return outline;
+        if (!IsLeft(first))
+            std::rotate(corners.begin(), corners.end() - 1, corners.end());
     }
 
     std::span<const RECT> m_rects;
@@ -177,7 +178,16 @@ private:
 } // namespace
 
 std::vector<Outline> TraceOutlines(std::span<const RECT> rects) {
-    return Tracer(rects).Trace();
+    std::vector<Outline> outlines;
+    TraceOutlines(rects, [&outlines](std::span<const POINT> corners, bool isHole) {
+        outlines.push_back({{corners.begin(), corners.end()}, isHole});
+    });
+    return outlines;
+}
+
+void TraceOutlines(std::span<const RECT> rects,
+                   const std::function<void(std::span<const POINT> corners, bool isHole)> &visit) {
+    Tracer(rects).Trace(visit);
 }
 
 std::vector<POINT> JoinOutlines(std::span<const Outline> outlines) {

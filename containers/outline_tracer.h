@@ -28,6 +28,10 @@ struct Outline {
 /// winding rule, gives back exactly the set.
 std::vector<Outline> TraceOutlines(std::span<const RECT> rects);
 
+/// The same, one after the other; the corners are there during the call only.
+void TraceOutlines(std::span<const RECT> rects,
+                   const std::function<void(std::span<const POINT> corners, bool isHole)> &visit);
+
 /// All outlines as one polygon that both fill rules fill to the same set: each further outline is
 /// reached from the first corner and left again on the same way, so that the ways cancel out.
 std::vector<POINT> JoinOutlines(std::span<const Outline> outlines);

@@ -2,15 +2,12 @@
 #pragma once
 
 #include "TAVIX20/containers/point_array_array.h"
+#include "TAVIX20/display/view_transform.h"
 #include "TAVIX20/platform/collections.h"
 #include "TAVIX20/platform/run_region.h"
 
 #include <cstdint>
 #include <vector>
-
-namespace tavix {
-class ViewTransform;
-}
 
 /// One stroke: its outline in image coordinates, filled by the even-odd rule.
 struct _stRoiElement {
@@ -22,7 +19,8 @@ struct _stRoiElement {
 };
 
 /// The elements in the order of their creation, and what is derived from them. The combined region
-/// always belongs to the elements; its outlines are traced when they are asked for.
+/// always belongs to the elements; its outlines are traced, and converted to client coordinates,
+/// when they are asked for.
 ///
 /// The first element that has points starts the region whatever its method, also when its polygon
 /// is empty; callers rely on that. Pixels beyond 2^20 in any direction, where no image reaches, are
@@ -44,13 +42,13 @@ public:
     /// counter-clockwise, each from its top left on.
     const TavixArray::CPointArrayArray &OuterOutlines() const;
     const TavixArray::CPointArrayArray &HoleOutlines() const;
-    /// The same outlines in client coordinates as they were at the last update, each closed by its
-    /// first point.
-    const TavixArray::CPointArrayArray &ClientOuterOutlines() const { return m_clientOuter; }
-    const TavixArray::CPointArrayArray &ClientHoleOutlines() const { return m_clientHoles; }
+    /// The same outlines in client coordinates, as the view was at the last update, each closed by
+    /// its first point.
+    const TavixArray::CPointArrayArray &ClientOuterOutlines() const;
+    const TavixArray::CPointArrayArray &ClientHoleOutlines() const;
     /// What they lie in.
     CRect ClientBounds() const;
-    /// To be called after every change, zoom and scroll.
+    /// To be called after every zoom and scroll.
     void UpdateClientOutlines(const tavix::ViewTransform &view);
 
     /// The polygons of all outer outlines less those of all hole outlines: the combined region
@@ -64,9 +62,9 @@ public:
     double PixelCount() const;
 
 private:
-    /// Brings the elements from the first one on into the region.
-    void Combine(std::size_t first);
+    void Changed();
     void Trace() const;
+    void Convert() const;
     tavix::RunRegion WithoutIslands() const;
 
     std::vector<_stRoiElement> m_elements;
@@ -76,6 +74,9 @@ private:
     mutable bool m_isTraced = true;
     mutable TavixArray::CPointArrayArray m_outer;
     mutable TavixArray::CPointArrayArray m_holes;
-    TavixArray::CPointArrayArray m_clientOuter;
-    TavixArray::CPointArrayArray m_clientHoles;
+
+    tavix::ViewTransform m_view;
+    mutable bool m_isConverted = true;
+    mutable TavixArray::CPointArrayArray m_clientOuter;
+    mutable TavixArray::CPointArrayArray m_clientHoles;
 };

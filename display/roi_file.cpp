@@ -4,6 +4,8 @@
 #include "TAVIX20/support/safe_file.h"
 #include "TAVIX20/support/text_number.h"
 
+#include <algorithm>
+#include <charconv>
 #include <cstring>
 #include <string>
 #include <string_view>
@@ -13,19 +15,22 @@ namespace tavix {
 namespace {
 
 void AppendPair(std::string &text, LONG first, LONG second) {
-    text += std::to_string(first);
-    text += ',';
-    text += std::to_string(second);
+    constexpr std::size_t longest = 11;
+    char pair[2 * longest + 1];
+    char *end = std::to_chars(pair, pair + longest, first).ptr;
+    *end++ = ',';
+    end = std::to_chars(end, end + longest, second).ptr;
+    text.append(pair, end);
 }
 
-std::string TextOf(const _stRoiElement &element) {
-    std::string text = "<Element><Method>" + std::to_string(element.Method) + "</Method><Points>";
+void AppendElement(std::string &text, const _stRoiElement &element) {
+    text += "<Element><Method>" + std::to_string(element.Method) + "</Method><Points>";
     for (int i = 0; i < element.Points.GetElementCount(); ++i) {
         const POINT &point = element.Points.GetAt(i);
         AppendPair(text, point.x, point.y);
         text += ';';
     }
-    return text + "</Points></Element>";
+    text += "</Points></Element>";
 }
 
 /// All text of a node, which comments may interrupt.
@@ -37,6 +42,15 @@ std::string TextIn(const CxXmlNode &node) {
     return text;
 }
 
+/// The number at the start of a text as ReadInt reads it, which needs a zero behind it.
+LONG NumberIn(std::string_view text) {
+    const bool isPlain = !text.empty() && text.front() >= '0' && text.front() <= '9';
+    LONG value = 0;
+    if (isPlain && std::from_chars(text.data(), text.data() + text.size(), value).ec == std::errc())
+        return value;
+    return ReadInt(std::string(text).c_str());
+}
+
 /// The pair of values in a text "x,y", where it holds exactly two.
 std::optional<POINT> PairIn(std::string_view text) {
     while (text.ends_with(','))
@@ -44,17 +58,19 @@ std::optional<POINT> PairIn(std::string_view text) {
     const std::size_t comma = text.find(',');
     if (comma == std::string_view::npos || text.find(',', comma + 1) != std::string_view::npos)
         return std::nullopt;
-    return POINT{ReadInt(std::string(text.substr(0, comma)).c_str()),
-                 ReadInt(std::string(text.substr(comma + 1)).c_str())};
+    return POINT{NumberIn(text.substr(0, comma)), NumberIn(text.substr(comma + 1))};
 }
 
 void AddPoints(std::string_view text, TavixArray::CPointArray &points) {
+    std::vector<POINT> added;
+    added.reserve(static_cast<std::size_t>(std::ranges::count(text, ';')) + 1);
     while (!text.empty()) {
         const std::string_view piece = text.substr(0, text.find(';'));
         if (const std::optional<POINT> point = PairIn(piece))
-            points.Add(point->x, point->y);
+            added.push_back(*point);
         text.remove_prefix(std::min(text.size(), piece.size() + 1));
     }
+    points.AddPoints(added.data(), static_cast<int>(added.size()));
 }
 
 _stRoiElement ElementOf(const CxXmlElement &node) {
@@ -76,7 +92,7 @@ bool SaveRoiFile(const char *path, SIZE imageSize, const CRoiElementArray &eleme
     AppendPair(text, imageSize.cx, imageSize.cy);
     text += "</ImageSize><RoiElements>";
     for (int i = 0; i < elements.GetCount(); ++i)
-        text += TextOf(elements.GetAt(i));
+        AppendElement(text, elements.GetAt(i));
     text += "</RoiElements></Tavix_ROI>";
     return SaveWholeFile(path, text.data(), text.size());
 }

@@ -108,9 +108,16 @@ CPoint ViewTransform::Origin() const {
 }
 
 CPoint ViewTransform::ImageToClient(const tagPOINT &point) const {
+    CPoint client;
+    ImageToClient({&point, 1}, &client);
+    return client;
+}
+
+void ViewTransform::ImageToClient(std::span<const tagPOINT> points, tagPOINT *client) const {
     const CPoint origin = Origin();
-    return {Truncate(std::trunc(point.x * m_zoom) + origin.x - m_scroll.x),
-            Truncate(std::trunc(point.y * m_zoom) + origin.y - m_scroll.y)};
+    for (const tagPOINT &point : points)
+        *client++ = {Truncate(std::trunc(point.x * m_zoom) + origin.x - m_scroll.x),
+                     Truncate(std::trunc(point.y * m_zoom) + origin.y - m_scroll.y)};
 }
 
 CPoint ViewTransform::ClientToImage(const tagPOINT &point) const {

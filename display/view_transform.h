@@ -6,6 +6,7 @@
 #include "TAVIX20/platform/geometry.h"
 
 #include <optional>
+#include <span>
 
 namespace tavix {
 
@@ -54,6 +55,8 @@ public:
 
     /// trunc(i * zoom) + origin - scroll.
     CPoint ImageToClient(const tagPOINT &point) const;
+    /// The same for many points at once; there is room for as many at client.
+    void ImageToClient(std::span<const tagPOINT> points, tagPOINT *client) const;
     /// trunc((c + scroll - origin) / zoom).
     CPoint ClientToImage(const tagPOINT &point) const;
     /// The same, or nothing where the client point shows no pixel of the image.

@@ -5,7 +5,7 @@
 // cost nothing. Where a row has more crossings than sorting is good for, they are counted column by
 // column.
 
-#include "TAVIX20/platform/run_region.h"
+#include "TAVIX20/platform/polygon_filler.h"
 
 #include <algorithm>
 
@@ -13,194 +13,171 @@ namespace tavix {
 
 namespace {
 
-/// An edge on its way down: the column at row y is start + ceil((y - top) * dx / dy).
-struct Edge {
-    LONG top;
-    LONG bottom;
-    LONG column;
-    LONG step;           ///< floor(dx / dy).
-    std::int64_t part;   ///< dx - step * dy, what the whole steps leave.
-    std::int64_t height; ///< dy.
-    std::int64_t slack;  ///< How far the column lies beyond the crossing, in units of 1 / dy.
-    int winding;         ///< 1 for an edge that was drawn downwards, -1 upwards.
-
-    Edge(const POINT &upper, const POINT &lower, int turn)
-        : top(upper.y),
-          bottom(lower.y),
-          column(upper.x),
-          height(std::int64_t{lower.y} - upper.y),
-          slack(0),
-          winding(turn) {
-        const std::int64_t dx = std::int64_t{lower.x} - upper.x;
-        std::int64_t whole = dx / height;
-        if (dx % height < 0)
-            --whole;
-        step = static_cast<LONG>(whole);
-        part = dx - whole * height;
-    }
-
-    bool IsUpright() const { return step == 0 && part == 0; }
-
-    void StepDown() {
-        column += step;
-        slack -= part;
-        if (slack < 0) {
-            slack += height;
-            ++column;
-        }
-    }
-
-    /// The same as so many steps.
-    void StepDown(std::int64_t rows) {
-        const std::int64_t behind = slack - rows * part;
-        const std::int64_t more = behind < 0 ? (-behind + height - 1) / height : 0;
-        column = static_cast<LONG>(column + rows * step + more);
-        slack = behind + more * height;
-    }
-};
-
-class Filler {
-public:
-    Filler(int fillMode, const RECT &clip) : m_mask(fillMode == ALTERNATE ? 1 : ~0), m_clip(clip) {}
-
-    void AddContour(std::span<const POINT> points) {
-        for (std::size_t i = 0; i < points.size(); ++i) {
-            const POINT &from = points[i];
-            const POINT &to = points[i + 1 < points.size() ? i + 1 : 0];
-            if (from.y < to.y)
-                Add({from, to, 1});
-            else if (from.y > to.y)
-                Add({to, from, -1});
-        }
-    }
-
-    RunRegion Fill() {
-        std::sort(m_edges.begin(), m_edges.end(),
-                  [](const Edge &a, const Edge &b) { return a.top < b.top; });
-        RunRegion region;
-        std::size_t next = 0;
-        LONG y = m_clip.top;
-        while (next < m_edges.size() || !m_active.empty()) {
-            if (m_active.empty())
-                y = std::max(y, m_edges[next].top);
-            for (; next < m_edges.size() && m_edges[next].top <= y; ++next)
-                m_active.push_back(m_edges[next]);
-            const LONG end = TakeCrossings(y, next);
-            MakeRow();
-            region.AppendBand(y, end, m_row);
-            y = end;
-            if (m_firstBottom <= y)
-                std::erase_if(m_active, [y](const Edge &edge) { return edge.bottom <= y; });
-        }
-        return region;
-    }
-
-private:
-    struct Crossing {
-        LONG column;
-        int winding;
-    };
-
-    void Add(Edge edge) {
-        if (edge.bottom <= m_clip.top || edge.top >= m_clip.bottom)
-            return;
-        if (edge.top < m_clip.top) {
-            edge.StepDown(std::int64_t{m_clip.top} - edge.top);
-            edge.top = m_clip.top;
-        }
-        edge.bottom = std::min(edge.bottom, m_clip.bottom);
-        m_edges.push_back(edge);
-    }
-
-    /// Takes the crossings of row y, brings the edges to the first row that may differ and returns
-    /// it.
-    LONG TakeCrossings(LONG y, std::size_t next) {
-        m_crossings.clear();
-        if (m_active.size() <= MOST_TO_KEEP_SORTED)
-            SortActive();
-        m_firstBottom = m_clip.bottom;
-        bool areUpright = true;
-        const LONG end = next < m_edges.size() ? m_edges[next].top : m_clip.bottom;
-        for (Edge &edge : m_active) {
-            m_crossings.push_back(
-                {std::clamp(edge.column, m_clip.left, m_clip.right), edge.winding});
-            areUpright &= edge.IsUpright();
-            m_firstBottom = std::min(m_firstBottom, edge.bottom);
-        }
-        if (areUpright)
-            return std::min(end, m_firstBottom);
-        for (Edge &edge : m_active)
-            edge.StepDown();
-        return y + 1;
-    }
-
-    /// From left to right. From one row to the next few edges change places.
-    void SortActive() {
-        for (std::size_t i = 1; i < m_active.size(); ++i)
-            for (std::size_t k = i; k > 0 && m_active[k].column < m_active[k - 1].column; --k)
-                std::swap(m_active[k], m_active[k - 1]);
-    }
-
-    void MakeRow() {
-        m_row.clear();
-        const auto width = static_cast<std::size_t>(m_clip.right - m_clip.left);
-        if (m_crossings.size() > MOST_TO_SORT && m_crossings.size() > width / 16)
-            CountCrossings();
-        else
-            SortCrossings();
-    }
-
-    void SortCrossings() {
-        if (m_crossings.size() > MOST_TO_KEEP_SORTED)
-            std::sort(m_crossings.begin(), m_crossings.end(),
-                      [](const Crossing &a, const Crossing &b) { return a.column < b.column; });
-        int winding = 0;
-        for (std::size_t i = 0; i < m_crossings.size();) {
-            const LONG column = m_crossings[i].column;
-            int turned = winding;
-            for (; i < m_crossings.size() && m_crossings[i].column == column; ++i)
-                turned += m_crossings[i].winding;
-            Turn(winding, turned, column);
-            winding = turned;
-        }
-    }
-
-    void CountCrossings() {
-        m_turns.assign(static_cast<std::size_t>(m_clip.right - m_clip.left) + 1, 0);
-        for (const Crossing &crossing : m_crossings)
-            m_turns[static_cast<std::size_t>(crossing.column - m_clip.left)] += crossing.winding;
-        int winding = 0;
-        for (std::size_t i = 0; i < m_turns.size(); ++i)
-            if (m_turns[i] != 0) {
-                Turn(winding, winding + m_turns[i], m_clip.left + static_cast<LONG>(i));
-                winding += m_turns[i];
-            }
-    }
-
-    /// Begins or ends a run where the column's edges lead into the polygon or out of it.
-    void Turn(int before, int behind, LONG column) {
-        const bool wasInside = (before & m_mask) != 0;
-        const bool isInside = (behind & m_mask) != 0;
-        if (!wasInside && isInside)
-            m_row.push_back({column, column});
-        else if (wasInside && !isInside)
-            m_row.back().right = column;
-    }
-
-    static constexpr std::size_t MOST_TO_KEEP_SORTED = 64;
-    static constexpr std::size_t MOST_TO_SORT = 256;
-
-    int m_mask; ///< The bits of a winding number that decide.
-    RECT m_clip;
-    std::vector<Edge> m_edges;
-    std::vector<Edge> m_active;
-    LONG m_firstBottom = 0; ///< Where the first of the active edges ends.
-    std::vector<Crossing> m_crossings;
-    std::vector<int> m_turns;
-    std::vector<PixelRun> m_row;
-};
+constexpr std::size_t MOST_TO_KEEP_SORTED = 64;
+constexpr std::size_t MOST_TO_SORT = 256;
 
 } // namespace
+
+PolygonFiller::Edge::Edge(const POINT &upper, const POINT &lower, int turn)
+    : top(upper.y),
+      bottom(lower.y),
+      column(upper.x),
+      height(std::int64_t{lower.y} - upper.y),
+      slack(0),
+      winding(turn) {
+    const std::int64_t dx = std::int64_t{lower.x} - upper.x;
+    std::int64_t whole = dx / height;
+    if (dx % height < 0)
+        --whole;
+    step = static_cast<LONG>(whole);
+    part = dx - whole * height;
+}
+
+inline void PolygonFiller::Edge::StepDown() {
+    column += step;
+    slack -= part;
+    if (slack < 0) {
+        slack += height;
+        ++column;
+    }
+}
+
+void PolygonFiller::Edge::StepDown(std::int64_t rows) {
+    const std::int64_t behind = slack - rows * part;
+    const std::int64_t more = behind < 0 ? (-behind + height - 1) / height : 0;
+    column = static_cast<LONG>(column + rows * step + more);
+    slack = behind + more * height;
+}
+
+void PolygonFiller::Start(std::span<const std::span<const POINT>> contours, int fillMode,
+                          const RECT &clip) {
+    m_mask = fillMode == ALTERNATE ? 1 : ~0;
+    m_clip = clip;
+    m_edges.clear();
+    m_active.clear();
+    m_next = 0;
+    for (const std::span<const POINT> &points : contours)
+        AddContour(points);
+    std::sort(m_edges.begin(), m_edges.end(),
+              [](const Edge &a, const Edge &b) { return a.top < b.top; });
+    m_bottom = clip.top;
+}
+
+void PolygonFiller::AddContour(std::span<const POINT> points) {
+    for (std::size_t i = 0; i < points.size(); ++i) {
+        const POINT &from = points[i];
+        const POINT &to = points[i + 1 < points.size() ? i + 1 : 0];
+        if (from.y < to.y)
+            Add({from, to, 1});
+        else if (from.y > to.y)
+            Add({to, from, -1});
+    }
+}
+
+void PolygonFiller::Add(Edge edge) {
+    if (edge.bottom <= m_clip.top || edge.top >= m_clip.bottom)
+        return;
+    if (edge.top < m_clip.top) {
+        edge.StepDown(std::int64_t{m_clip.top} - edge.top);
+        edge.top = m_clip.top;
+    }
+    edge.bottom = std::min(edge.bottom, m_clip.bottom);
+    m_edges.push_back(edge);
+}
+
+bool PolygonFiller::Next() {
+    m_top = m_bottom;
+    if (!m_active.empty() && m_firstBottom <= m_top)
+        std::erase_if(m_active, [this](const Edge &edge) { return edge.bottom <= m_top; });
+    if (m_active.empty()) {
+        if (m_next == m_edges.size())
+            return false;
+        m_top = std::max(m_top, m_edges[m_next].top);
+    }
+    for (; m_next < m_edges.size() && m_edges[m_next].top <= m_top; ++m_next)
+        m_active.push_back(m_edges[m_next]);
+    m_bottom = TakeCrossings(m_top);
+    MakeRow();
+    return true;
+}
+
+/// Takes the crossings of row y, brings the edges to the first row that may differ and returns it.
+LONG PolygonFiller::TakeCrossings(LONG y) {
+    if (m_active.size() <= MOST_TO_KEEP_SORTED)
+        SortActive();
+    m_firstBottom = m_clip.bottom;
+    bool areUpright = true;
+    m_crossings.resize(m_active.size());
+    Crossing *crossing = m_crossings.data();
+    for (Edge &edge : m_active) {
+        *crossing++ = {std::clamp(edge.column, m_clip.left, m_clip.right), edge.winding};
+        areUpright &= edge.IsUpright();
+        m_firstBottom = std::min(m_firstBottom, edge.bottom);
+        edge.StepDown(); // An upright one stays where it is.
+    }
+    if (!areUpright)
+        return y + 1;
+    return std::min(m_firstBottom, m_next < m_edges.size() ? m_edges[m_next].top : m_clip.bottom);
+}
+
+/// From left to right. From one row to the next few edges change places.
+void PolygonFiller::SortActive() {
+    for (std::size_t i = 1; i < m_active.size(); ++i) {
+        if (m_active[i - 1].column <= m_active[i].column)
+            continue;
+        const Edge edge = m_active[i];
+        std::size_t k = i;
+        for (; k > 0 && edge.column < m_active[k - 1].column; --k)
+            m_active[k] = m_active[k - 1];
+        m_active[k] = edge;
+    }
+}
+
+void PolygonFiller::MakeRow() {
+    m_row.clear();
+    const auto width = static_cast<std::size_t>(m_clip.right - m_clip.left);
+    if (m_crossings.size() > MOST_TO_SORT && m_crossings.size() > width / 16)
+        CountCrossings();
+    else
+        SortCrossings();
+}
+
+void PolygonFiller::SortCrossings() {
+    if (m_crossings.size() > MOST_TO_KEEP_SORTED)
+        std::sort(m_crossings.begin(), m_crossings.end(),
+                  [](const Crossing &a, const Crossing &b) { return a.column < b.column; });
+    int winding = 0;
+    for (std::size_t i = 0; i < m_crossings.size();) {
+        const LONG column = m_crossings[i].column;
+        int turned = winding;
+        for (; i < m_crossings.size() && m_crossings[i].column == column; ++i)
+            turned += m_crossings[i].winding;
+        Turn(winding, turned, column);
+        winding = turned;
+    }
+}
+
+void PolygonFiller::CountCrossings() {
+    m_turns.assign(static_cast<std::size_t>(m_clip.right - m_clip.left) + 1, 0);
+    for (const Crossing &crossing : m_crossings)
+        m_turns[static_cast<std::size_t>(crossing.column - m_clip.left)] += crossing.winding;
+    int winding = 0;
+    for (std::size_t i = 0; i < m_turns.size(); ++i)
+        if (m_turns[i] != 0) {
+            Turn(winding, winding + m_turns[i], m_clip.left + static_cast<LONG>(i));
+            winding += m_turns[i];
+        }
+}
+
+/// Begins or ends a run where the column's edges lead into the polygon or out of it.
+void PolygonFiller::Turn(int before, int behind, LONG column) {
+    const bool wasInside = (before & m_mask) != 0;
+    const bool isInside = (behind & m_mask) != 0;
+    if (!wasInside && isInside)
+        m_row.push_back({column, column});
+    else if (wasInside && !isInside)
+        m_row.back().right = column;
+}
 
 RunRegion FillPolygons(std::span<const std::span<const POINT>> contours, int fillMode,
                        const RECT &clip) {
@@ -213,10 +190,11 @@ RunRegion FillPolygons(std::span<const std::span<const POINT>> contours, int fil
                     std::min(bounds.right, clip.right), std::min(bounds.bottom, clip.bottom)};
     if (area.left >= area.right || area.top >= area.bottom)
         return {};
-    Filler filler(fillMode, area);
-    for (const std::span<const POINT> &points : contours)
-        filler.AddContour(points);
-    return filler.Fill();
+    RunRegion region;
+    PolygonFiller filler;
+    for (filler.Start(contours, fillMode, area); filler.Next();)
+        region.AppendBand(filler.Top(), filler.Bottom(), filler.Runs());
+    return region;
 }
 
 } // namespace tavix
