@@ -14,6 +14,7 @@
 #include <opencv2/imgproc.hpp>
 
 #include <algorithm>
+#include <cmath>
 #include <fstream>
 #include <memory>
 #include <random>
@@ -55,14 +56,17 @@ struct Scene {
     std::string Path(const char *name) const { return folder.filePath(name).toStdString(); }
     QWidget &Viewport() { return *window.findChild<QAbstractScrollArea *>()->viewport(); }
 
-    void Click(int x, int y) {
-        for (const QEvent::Type type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease}) {
-            const bool isDown = type == QEvent::MouseButtonPress;
-            QMouseEvent event(type, QPointF(x, y), QPointF(x, y), Qt::LeftButton,
-                              isDown ? Qt::LeftButton : Qt::NoButton, Qt::NoModifier);
-            QCoreApplication::sendEvent(&Viewport(), &event);
-        }
+    void Send(QEvent::Type type, int x, int y, Qt::MouseButton button, Qt::MouseButtons buttons) {
+        QMouseEvent event(type, QPointF(x, y), QPointF(x, y), button, buttons, Qt::NoModifier);
+        QCoreApplication::sendEvent(&Viewport(), &event);
     }
+
+    void Click(int x, int y) {
+        Send(QEvent::MouseButtonPress, x, y, Qt::LeftButton, Qt::LeftButton);
+        Send(QEvent::MouseButtonRelease, x, y, Qt::LeftButton, Qt::NoButton);
+    }
+
+    void DragTo(int x, int y) { Send(QEvent::MouseMove, x, y, Qt::NoButton, Qt::LeftButton); }
 
     /// A file with the polygons, adding and subtracting in turn.
     void Write(const char *name, const Polygons &polygons) const {
@@ -189,6 +193,63 @@ void AddStripes() {
                    1000.0 / 2});
 }
 
+/// A line drawn by hand: it winds over the whole window.
+cv::Point Scribble(int i) {
+    const double turn = i * 0.01;
+    return {static_cast<int>(900 + 800 * std::sin(turn) * std::cos(turn * 0.0137)),
+            static_cast<int>(500 + 450 * std::cos(turn * 0.873))};
+}
+
+void AddFreeline() {
+    constexpr int points = 100000;
+    const auto get = Lazily(
+        2048,
+        [](Scene &scene) {
+            scene.window.Tool(TOOL_TYPE_ROI_FREELINE);
+            const cv::Point start = Scribble(0);
+            scene.Send(QEvent::MouseButtonPress, start.x, start.y, Qt::LeftButton, Qt::LeftButton);
+            for (int i = 1; i < points; ++i)
+                scene.DragTo(Scribble(i).x, Scribble(i).y);
+            QCoreApplication::processEvents();
+        },
+        true);
+    const auto next = std::make_shared<int>(points);
+    const auto screen = std::make_shared<QImage>(1920, 1080, QImage::Format_RGB32);
+    AddComparison({"one more move of a free line, 100,000 points", "QPainter, all of the line", 1.0,
+                   [=] {
+                       const cv::Point point = Scribble((*next)++);
+                       get().DragTo(point.x, point.y);
+                       QCoreApplication::processEvents();
+                   },
+                   [=] {
+                       QPolygon line;
+                       for (int i = 0; i < points; ++i)
+                           line << QPoint(Scribble(i).x, Scribble(i).y);
+                       QPainter painter(screen.get());
+                       painter.drawPolyline(line);
+                   },
+                   60.0});
+    AddComparison(
+        {"a free line of 100,000 points, start to end", "cv::fillPoly, cv::findContours", 0.1,
+         [=] {
+             Scene &scene = get();
+             const cv::Point end = Scribble(0);
+             scene.window.Tool(TOOL_TYPE_ROI_FREELINE);
+             scene.Click(end.x, end.y);
+             scene.Send(QEvent::MouseButtonPress, end.x, end.y, Qt::LeftButton, Qt::LeftButton);
+             for (int i = 1; i < points; ++i)
+                 scene.DragTo(Scribble(i).x, Scribble(i).y);
+             scene.Send(QEvent::MouseButtonRelease, end.x, end.y, Qt::LeftButton, Qt::NoButton);
+             QCoreApplication::processEvents();
+         },
+         [=] {
+             Polygon line;
+             for (int i = 0; i < points; ++i)
+                 line.push_back(Scribble(i));
+             get().FillMask({line});
+         }});
+}
+
 } // namespace
 
 void AddRoiComparisons() {
@@ -196,4 +257,5 @@ void AddRoiComparisons() {
     AddCombining();
     AddFiles();
     AddStripes();
+    AddFreeline();
 }

@@ -124,6 +124,11 @@ void CTavixView::Repaint() {
     viewport()->update();
 }
 
+void CTavixView::RepaintPart(const QRect &part) {
+    m_needsRepaint = true;
+    viewport()->update(part);
+}
+
 void CTavixView::Refresh() {
     Repaint();
     UpdateStripes();

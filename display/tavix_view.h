@@ -82,6 +82,8 @@ public:
     const tavix::ViewTransform &Transform() const { return m_transform; }
     /// Schedules a repaint.
     void Repaint();
+    /// The same of a part of the client area.
+    void RepaintPart(const QRect &part);
     /// What scrolling, zooming and other pixels have in common: repaints, and brings up to date
     /// what depends on the part that is shown.
     void Refresh();

@@ -148,7 +148,7 @@ void CROIPolygonTool::OnDraw(CTavixView &view, QPainter &painter) {
 
 void CROIFreelineTool::OnLButtonDown(CTavixView &view, unsigned flags, CPoint point) {
     StrokeTool::OnLButtonDown(view, flags, point);
-    m_path.clear();
+    DropStroke();
     Append(view.Transform().ClientToImage(point));
 }
 
@@ -164,9 +164,16 @@ void CROIFreelineTool::OnLButtonUp(CTavixView &view, unsigned flags, CPoint poin
         Append(view.Transform().ClientToImage(point));
     StrokeTool::OnLButtonUp(view, flags, point);
     const std::vector<POINT> path = std::exchange(m_path, {});
+    DropStroke();
     view.Repaint();
     if (isDrag && path.size() >= 3)
         view.AddRoiStroke(path);
+}
+
+void CROIFreelineTool::DropStroke() {
+    m_path.clear();
+    m_shown = 0;
+    m_line.Clear();
 }
 
 void CROIFreelineTool::Append(CPoint imagePoint) {
@@ -174,7 +181,16 @@ void CROIFreelineTool::Append(CPoint imagePoint) {
         m_path.push_back(imagePoint);
 }
 
+void CROIFreelineTool::RepaintMove(CTavixView &view) {
+    const tavix::ViewTransform &transform = view.Transform();
+    for (; m_shown < m_path.size(); ++m_shown) {
+        const POINT &from = m_path[m_shown > 0 ? m_shown - 1 : 0];
+        view.RepaintPart(tavix::GrowingLine::Reach(transform.ImageToClient(from),
+                                                   transform.ImageToClient(m_path[m_shown])));
+    }
+}
+
 void CROIFreelineTool::OnDraw(CTavixView &view, QPainter &painter) {
     if (IsDragIn(view))
-        DrawStroke(painter, ToClient(view, m_path));
+        m_line.Draw(painter, m_path, view.Transform(), view.viewport()->size());
 }

@@ -2,6 +2,7 @@
 /// adds one element to the view's regions; the tool stays current.
 #pragma once
 
+#include "TAVIX20/display/tools/growing_line.h"
 #include "TAVIX20/display/tools/stroke_tool.h"
 
 #include <vector>
@@ -76,8 +77,11 @@ public:
     void OnDraw(CTavixView &view, QPainter &painter) override;
 
 private:
-    void DropStroke() override { m_path.clear(); }
+    void DropStroke() override;
+    void RepaintMove(CTavixView &view) override;
     void Append(CPoint imagePoint);
 
     std::vector<POINT> m_path; ///< Image coordinates.
+    std::size_t m_shown = 0;   ///< So many of them are drawn, or a repaint is scheduled that does.
+    tavix::GrowingLine m_line;
 };

@@ -6,7 +6,11 @@ void StrokeTool::OnMouseMove(CTavixView &view, unsigned, CPoint point) {
     State().last = point;
     view.SetToolCursor(Qt::CrossCursor);
     if (IsStrokeUnderWay())
-        view.Repaint();
+        RepaintMove(view);
+}
+
+void StrokeTool::RepaintMove(CTavixView &view) {
+    view.Repaint();
 }
 
 void StrokeTool::OnReset(CTavixView &view) {

@@ -17,4 +17,6 @@ public:
 protected:
     virtual bool IsStrokeUnderWay() const { return State().isDragging; }
     virtual void DropStroke() {}
+    /// Schedules a repaint of what a move has changed of the stroke: by default all there is.
+    virtual void RepaintMove(CTavixView &view);
 };
