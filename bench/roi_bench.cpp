@@ -88,6 +88,12 @@ struct Scene {
         TraceMask();
     }
 
+    void TakeOutlines() {
+        TavixArray::CPointArrayArray outer;
+        TavixArray::CPointArrayArray holes;
+        window.GetRoiPointArray(outer, holes);
+    }
+
     void TraceMask() const {
         Polygons outlines;
         cv::findContours(mask, outlines, cv::RETR_CCOMP, cv::CHAIN_APPROX_SIMPLE);
@@ -130,7 +136,11 @@ void AddCombining() {
         scene.FillMask(polygons);
     });
     AddComparison({"open and combine 1,000 elements, 4096 x 4096", "cv::fillPoly, cv::findContours",
-                   0.5, [=] { get().window.RoiFileOpen(get().Path("many.roix").c_str()); },
+                   0.5,
+                   [=] {
+                       get().window.RoiFileOpen(get().Path("many.roix").c_str());
+                       get().TakeOutlines();
+                   },
                    [=] { get().FillMask(polygons); }, 1.0});
     AddComparison({"add one more, by 20 clicks", "cv::fillPoly, cv::findContours", 0.5,
                    [=] {
@@ -140,6 +150,7 @@ void AddCombining() {
                        for (int i = 0; i < 20; ++i)
                            get().Click(i * 7919 % 1900, i * 104729 % 1000);
                        window.SendToolResult();
+                       get().TakeOutlines();
                    },
                    [=] {
                        cv::fillPoly(get().mask, Polygons{polygons[7]}, cv::Scalar(255));

@@ -99,6 +99,7 @@ bool SaveRoiFile(const char *path, SIZE imageSize, const CRoiElementArray &eleme
 
 std::optional<std::vector<_stRoiElement>> LoadRoiFile(const char *path) {
     CxXmlDocument document;
+    document.SetTabSize(0); // Nobody asks where an error is.
     if (!document.LoadFile(path))
         return std::nullopt;
     const CxXmlElement *const root = document.FirstChildElement();

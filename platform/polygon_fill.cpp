@@ -33,6 +33,16 @@ PolygonFiller::Edge::Edge(const POINT &upper, const POINT &lower, int turn)
     part = dx - whole * height;
 }
 
+/// Begins or ends a run where the column's edges lead into the polygon or out of it.
+inline void PolygonFiller::Turn(int before, int behind, LONG column) {
+    const bool wasInside = (before & m_mask) != 0;
+    const bool isInside = (behind & m_mask) != 0;
+    if (!wasInside && isInside)
+        m_row[m_runs].left = column;
+    else if (wasInside && !isInside)
+        m_row[m_runs++].right = column;
+}
+
 inline void PolygonFiller::Edge::StepDown() {
     column += step;
     slack -= part;
@@ -134,7 +144,8 @@ void PolygonFiller::SortActive() {
 }
 
 void PolygonFiller::MakeRow() {
-    m_row.clear();
+    m_runs = 0;
+    m_row.resize(std::max(m_row.size(), m_crossings.size() / 2 + 1));
     const auto width = static_cast<std::size_t>(m_clip.right - m_clip.left);
     if (m_crossings.size() > MOST_TO_SORT && m_crossings.size() > width / 16)
         CountCrossings();
@@ -147,11 +158,11 @@ void PolygonFiller::SortCrossings() {
         std::sort(m_crossings.begin(), m_crossings.end(),
                   [](const Crossing &a, const Crossing &b) { return a.column < b.column; });
     int winding = 0;
-    for (std::size_t i = 0; i < m_crossings.size();) {
-        const LONG column = m_crossings[i].column;
+    for (auto at = m_crossings.begin(); at != m_crossings.end();) {
+        const LONG column = at->column;
         int turned = winding;
-        for (; i < m_crossings.size() && m_crossings[i].column == column; ++i)
-            turned += m_crossings[i].winding;
+        for (; at != m_crossings.end() && at->column == column; ++at)
+            turned += at->winding;
         Turn(winding, turned, column);
         winding = turned;
     }
@@ -167,16 +178,6 @@ void PolygonFiller::CountCrossings() {
             Turn(winding, winding + m_turns[i], m_clip.left + static_cast<LONG>(i));
             winding += m_turns[i];
         }
-}
-
-/// Begins or ends a run where the column's edges lead into the polygon or out of it.
-void PolygonFiller::Turn(int before, int behind, LONG column) {
-    const bool wasInside = (before & m_mask) != 0;
-    const bool isInside = (behind & m_mask) != 0;
-    if (!wasInside && isInside)
-        m_row.push_back({column, column});
-    else if (wasInside && !isInside)
-        m_row.back().right = column;
 }
 
 RunRegion FillPolygons(std::span<const std::span<const POINT>> contours, int fillMode,

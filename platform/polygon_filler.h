@@ -23,7 +23,7 @@ public:
     // The band: the rows [top, bottom) and their runs.
     LONG Top() const { return m_top; }
     LONG Bottom() const { return m_bottom; }
-    std::span<const PixelRun> Runs() const { return m_row; }
+    std::span<const PixelRun> Runs() const { return {m_row.data(), m_runs}; }
 
 private:
     /// An edge on its way down: the column at row y is start + ceil((y - top) * dx / dy).
@@ -68,7 +68,8 @@ private:
     std::vector<int> m_turns;
     LONG m_top = 0;
     LONG m_bottom = 0;
-    std::vector<PixelRun> m_row;
+    std::vector<PixelRun> m_row; ///< Room for the band's runs.
+    std::size_t m_runs = 0;
 };
 
 } // namespace tavix

@@ -106,12 +106,21 @@ TEST(RoiElementArrayTest, CombinesRandomStrokesLikeASimulation) {
         EXPECT_EQ(elements.PixelCount(), count);
         for (int part = 0; part < parts.GetSize(); ++part)
             DeleteObject(static_cast<HRGN>(parts[part]));
-        CRoiElementArray assigned;
+        // A list at once: painted, or combined as a tree where much of its area is empty.
         std::vector<_stRoiElement> copies;
         for (const Stroke &stroke : strokes)
             copies.push_back(Element(stroke.points, stroke.method));
-        assigned.Assign(copies);
-        EXPECT_EQ(assigned.PixelCount(), count);
+        for (const bool isSparse : {false, true}) {
+            if (isSparse)
+                copies.push_back(Element(Square(900'000, -900'000, 3), 1));
+            CRoiElementArray assigned;
+            assigned.Assign(copies);
+            const RegionHandle all(assigned.CreateRegion());
+            for (int i = 0; i < SIDE * SIDE; ++i)
+                ASSERT_EQ(PtInRegion(all.get(), i % SIDE, i / SIDE),
+                          PtInRegion(region.get(), i % SIDE, i / SIDE));
+            EXPECT_EQ(assigned.PixelCount(), count + (isSparse ? 9 : 0));
+        }
     }
 }
 

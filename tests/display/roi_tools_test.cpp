@@ -175,6 +175,29 @@ TEST_F(RoiToolTest, GuideLinesFollowTheCursorAndGoWithTheTool) {
     EXPECT_FALSE(isGreen(44, 3) || isGreen(90, 55));
 }
 
+// Painted move by move, then from the start, then at another place; nothing of it stays.
+TEST_F(RoiToolTest, AFreeLineGrowsOnTheScreen) {
+    ShowPicture(1.0);
+    const QImage before = Grab(window);
+    window.Tool(TOOL_TYPE_ROI_FREELINE);
+    Press(20, 20);
+    QImage shown;
+    for (const QPoint &point : {QPoint(60, 25), QPoint(30, 60), QPoint(31, 61), QPoint(70, 22)}) {
+        Move(point.x(), point.y(), Qt::LeftButton);
+        QCoreApplication::processEvents();
+        shown = Grab(window);
+        EXPECT_EQ(shown.pixel(point.x(), point.y()), qRgb(0, 255, 0));
+    }
+    EXPECT_EQ(shown.pixel(40, 22), qRgb(0, 255, 0)); // On the first piece.
+    EXPECT_NE(shown.pixel(20, 60), qRgb(0, 255, 0));
+    window.Zoom(2.0);
+    EXPECT_EQ(Grab(window).pixel(80, 44), qRgb(0, 255, 0));
+    window.Zoom(1.0);
+    EXPECT_EQ(Grab(window), shown);
+    QTest::keyClick(&ViewOf(window), Qt::Key_Escape);
+    EXPECT_EQ(Grab(window), before);
+}
+
 TEST_F(RoiToolTest, FilesHaveTheseBytesAndComeBack) {
     ShowPicture(1.0);
     const std::string path = Path("a.roix");

@@ -2,10 +2,12 @@
 
 #include "TAVIX20/platform/run_region.h"
 
+#include "TAVIX20/platform/polygon_painter.h"
 #include "platform/polygon_reference.h"
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <random>
 #include <vector>
 
@@ -45,6 +47,32 @@ TEST(RunRegionTest, FillsPolygonsOfAnySizeByTheCentreRule) {
                             << count << " points, " << x << "," << y;
                     }
             }
+}
+
+// An area as wide as a few words of bits, and one that is painted in several pieces.
+TEST(RunRegionTest, PaintsLayersLikeOneByOneCombination) {
+    std::mt19937 random(8);
+    for (const RECT &area : {RECT{-70, -9, 122, 200}, RECT{-3, 5, 1 << 16, 230}})
+        for (int round = 0; round < 30; ++round) {
+            std::vector<std::vector<POINT>> polygons(12);
+            std::vector<tavix::PolygonLayer> layers;
+            RunRegion expected;
+            for (std::vector<POINT> &polygon : polygons) {
+                for (int i = 0; i < 6; ++i)
+                    polygon.push_back({static_cast<LONG>(random() % 240) - 100,
+                                       static_cast<LONG>(random() % 240) - 20});
+                polygon[0].x += random() % 4 == 0 ? area.right : 0;
+                const auto [left, right] = std::ranges::minmax(polygon, {}, &POINT::x);
+                const auto [top, bottom] = std::ranges::minmax(polygon, {}, &POINT::y);
+                const bool isSet = random() % 3 != 0;
+                layers.push_back({polygon, {left.x, top.y, right.x, bottom.y}, isSet});
+                if (isSet)
+                    expected.Unite(Fill(polygon, ALTERNATE, area));
+                else
+                    expected.Subtract(Fill(polygon, ALTERNATE, area));
+            }
+            ASSERT_EQ(tavix::PaintPolygons(layers, area), expected);
+        }
 }
 
 TEST(RunRegionTest, KeepsBandsAsFewAsTheyCanBe) {
