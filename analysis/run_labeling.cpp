@@ -17,7 +17,8 @@ using Box = RunLabeling::Box;
 using Component = RunLabeling::Component;
 using Row = RunLabeling::Row;
 
-/// The place of the lowest set bit; any place when there is none, without a question.
+/// The place of the lowest set bit; one of the word or just past it when there is none, without a
+/// question.
 HWY_INLINE int LowestBit(std::uint64_t bits) {
 #if HWY_ARCH_X86_64 && HWY_TARGET <= HWY_AVX2
     return static_cast<int>(__builtin_ia32_tzcnt_u64(bits)); // Of 0 it is 64.
@@ -196,9 +197,10 @@ void IndexStarts(const std::uint64_t *words, std::size_t wordCount,
     }
 }
 
-/// The place in its row of the run to which this set bit of the word belongs.
+/// The place in its row of the run to which this set bit of the word belongs; any place for a bit
+/// past the word.
 HWY_INLINE std::uint32_t RunAt(const RunLabeling::WordStarts &starts, int bit) {
-    const std::uint64_t upTo = ~std::uint64_t{0} >> (WORD_BITS - 1 - bit);
+    const std::uint64_t upTo = ~std::uint64_t{0} >> ((WORD_BITS - 1 - bit) & (WORD_BITS - 1));
     return starts.before + static_cast<std::uint32_t>(std::popcount(starts.bits & upTo)) - 1;
 }
 
