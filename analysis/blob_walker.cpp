@@ -34,18 +34,28 @@ HWY_INLINE Word Ones(int count) {
 constexpr int MIDDLE = WORD_BITS / 2;
 constexpr int NEAR = MIDDLE - 1;
 
-/// The bits of two rows around x.
-HWY_INLINE Word BitsAround(const Word *row, const Word *other, int x) {
-    const int first = x - MIDDLE;
-    const std::ptrdiff_t word = first >> 6; // Below 0 it rounds down.
-    const unsigned bit = static_cast<unsigned>(first) % WORD_BITS;
-    return (row[word] | other[word]) >> bit | (row[word + 1] | other[word + 1])
-                                                  << 1 << (WORD_BITS - 1 - bit);
-}
+/// The WORD_BITS pixels around x.
+class Window {
+public:
+    HWY_INLINE explicit Window(int x)
+        : m_word((x - MIDDLE) >> 6), // Below 0 it rounds down.
+          m_bit(static_cast<unsigned>(x - MIDDLE) % WORD_BITS) {}
 
-HWY_INLINE Word BitsAround(const Word *row, int x) {
-    return BitsAround(row, row, x);
-}
+    HWY_INLINE Word Of(const Word *row) const { return Of(row, row); }
+    /// What is set in one row or in the other.
+    HWY_INLINE Word Of(const Word *row, const Word *other) const {
+        return (row[m_word] | other[m_word]) >> m_bit | (row[m_word + 1] | other[m_word + 1])
+                                                            << 1 << (WORD_BITS - 1 - m_bit);
+    }
+    HWY_INLINE void Clear(Word *row, Word bits) const {
+        row[m_word] &= ~(bits << m_bit);
+        row[m_word + 1] &= ~(bits >> 1 >> (WORD_BITS - 1 - m_bit));
+    }
+
+private:
+    std::ptrdiff_t m_word;
+    unsigned m_bit;
+};
 
 /// How many unvisited pixels follow each other to the left of x.
 HWY_NOINLINE int CountToTheLeft(const Word *row, int x) {
@@ -98,42 +108,25 @@ HWY_INLINE void WritePoints(POINT *points, int x, int y, bool isLeft, int count)
     } while (HWY_UNLIKELY(count > 0));
 }
 
-/// The pixel of a long stretch nearest to its end with an unvisited one above or below.
-HWY_NOINLINE bool FindFarBranch(const Word *above, const Word *below, const Stretch &stretch,
-                                int &x) {
+/// The pixel nearest to the end of a stretch with an unvisited one above or below.
+HWY_NOINLINE bool FindBranch(const Word *above, const Word *below, int from, int to, int &x) {
     const auto isAbout = [&](int first) { return BitsFrom(above, first) | BitsFrom(below, first); };
-    if (stretch.from > stretch.to) {
-        for (int first = stretch.to;; first += WORD_BITS) {
-            const int count = std::min(stretch.from - first + 1, WORD_BITS);
+    if (from > to) {
+        for (int first = to;; first += WORD_BITS) {
+            const int count = std::min(from - first + 1, WORD_BITS);
             const Word bits = isAbout(first) & Ones(count);
             x = first + std::countr_zero(bits);
-            if (bits != 0 || first + count > stretch.from)
+            if (bits != 0 || first + count > from)
                 return bits != 0;
         }
     }
-    for (int last = stretch.to;; last -= WORD_BITS) {
-        const int first = std::max(last - WORD_BITS + 1, stretch.from);
+    for (int last = to;; last -= WORD_BITS) {
+        const int first = std::max(last - WORD_BITS + 1, from);
         const Word bits = isAbout(first) & Ones(last - first + 1);
         x = first + WORD_BITS - 1 - std::countl_zero(bits | 1);
-        if (bits != 0 || first == stretch.from)
+        if (bits != 0 || first == from)
             return bits != 0;
     }
-}
-
-/// The same of any stretch.
-HWY_INLINE bool FindBranch(const Word *above, const Word *below, const Stretch &stretch, int &x) {
-    const int length = stretch.to - stretch.from; // Less one; below 0 to the left.
-    if (HWY_UNLIKELY(static_cast<unsigned>(length + NEAR) > 2 * NEAR))
-        return FindFarBranch(above, below, stretch, x);
-    const Word bits = BitsAround(above, below, stretch.to);
-    if (length < 0) {
-        const Word some = bits >> MIDDLE & Ones(1 - length);
-        x = stretch.to + std::countr_zero(some);
-        return some != 0;
-    }
-    const Word some = bits << NEAR & ~(~Word{0} >> 1 >> length);
-    x = stretch.to - std::countl_zero(some);
-    return some != 0;
 }
 
 /// From so many pixels on it is worth it to count how many more a blob may have, lest it gets room
@@ -147,91 +140,182 @@ std::size_t CountBits(const PixelMap &map) {
     return count;
 }
 
-/// Where a trace writes its points.
-struct Output {
-    PointPool &pool;
-    POINT *next;
-    std::ptrdiff_t room; ///< Without what is written at once.
+/// Where a trace writes its points, and how many it may.
+class Output {
+public:
+    Output(PointPool &pool, const PixelMap &unvisited, std::int64_t maxCount)
+        : m_pool(pool), m_unvisited(unvisited), m_maxCount(maxCount), m_next(pool.Next()) {
+        SetLimit();
+    }
+
+    std::int64_t Count() const { return m_next - m_pool.Next(); }
+    bool IsFull() const { return Count() == m_maxCount; }
+    /// Whether so many can be written, and are not the last ones that may be.
+    HWY_INLINE bool HasMoreThan(int count) const { return count < m_limit - m_next; }
+    /// Makes room for count more points; returns for how many, less when so many may not be.
+    HWY_NOINLINE int Admit(int count) {
+        const std::int64_t written = Count();
+        count = static_cast<int>(std::min<std::int64_t>(count, m_maxCount - written));
+        if (count > Room())
+            MakeRoom(static_cast<std::size_t>(written), static_cast<std::size_t>(count));
+        SetLimit();
+        return count;
+    }
+    /// Writes count points from (x, y) on to one side, for which there is room.
+    HWY_INLINE void Write(int x, int y, bool isLeft, int count) {
+        // Where points will be written is on its way from the farther caches.
+        __builtin_prefetch(m_next + 512, 1);
+        __builtin_prefetch(m_next + 520, 1);
+        WritePoints(m_next, x, y, isLeft, count);
+        m_next += count;
+    }
+
+private:
+    /// Without what is written at once.
+    std::int64_t Room() const {
+        return static_cast<std::int64_t>(m_pool.Room()) - Count() - POINTS_AT_ONCE;
+    }
+    void SetLimit() {
+        m_limit = m_next + std::clamp<std::int64_t>(m_maxCount - Count(), 0,
+                                                    std::max<std::int64_t>(Room(), 0));
+    }
+    /// The seed may have been visited before.
+    void MakeRoom(std::size_t written, std::size_t count) {
+        const std::size_t size = written + count + POINTS_AT_ONCE;
+        const std::size_t most = written < COUNTED_FROM
+                                     ? std::numeric_limits<std::size_t>::max()
+                                     : written + CountBits(m_unvisited) + 1 + POINTS_AT_ONCE;
+        m_pool.MakeRoom(size, written, std::max(size, most));
+        m_next = m_pool.Next() + written;
+    }
+
+    PointPool &m_pool;
+    const PixelMap &m_unvisited;
+    std::int64_t m_maxCount;
+    POINT *m_next;
+    const POINT *m_limit;
 };
 
-/// Makes room for count more points of a blob of which so many are written. The seed may have been
-/// visited before.
-HWY_NOINLINE void MakeRoom(Output &out, const PixelMap &unvisited, std::size_t written,
-                           std::size_t count) {
-    const std::size_t size = written + count + POINTS_AT_ONCE;
-    const std::size_t most = written < COUNTED_FROM
-                                 ? std::numeric_limits<std::size_t>::max()
-                                 : written + CountBits(unvisited) + 1 + POINTS_AT_ONCE;
-    out.pool.MakeRoom(size, written, std::max(size, most));
-    out.next = out.pool.Next() + written;
-    out.room = static_cast<std::ptrdiff_t>(out.pool.Room() - written) - POINTS_AT_ONCE;
+/// Takes so many pixels on one side of the first one, or as many as may be.
+HWY_NOINLINE void TakeMany(Stretch &stretch, Output &out, int first, bool isLeft, int wanted) {
+    const int count = out.Admit(wanted);
+    out.Write(first, stretch.y, isLeft, count);
+    ClearSpan(stretch.row, isLeft ? first - count + 1 : first, count);
+    stretch.to = isLeft ? first - count + 1 : first + count - 1;
 }
 
-std::size_t TraceBlob(BlobWalker::Scratch &scratch, int seedX, int seedY, std::int64_t maxCount) {
-    Word *const top = scratch.unvisited.Row(0);
-    const std::ptrdiff_t stride = scratch.unvisited.Row(1) - top;
-    std::size_t wayLength = 0;
-    std::int64_t left = maxCount;
-    Word *row = top + seedY * stride;
-    Output out{scratch.points, scratch.points.Next(),
-               static_cast<std::ptrdiff_t>(scratch.points.Room()) - POINTS_AT_ONCE};
-    // Takes so many pixels from x on to one side, as long as more are wanted; returns the last one.
-    const auto take = [&](int x, int y, bool isLeft, int wanted) {
-        const auto count = static_cast<int>(std::min<std::int64_t>(wanted, left));
-        if (HWY_UNLIKELY(count > out.room))
-            MakeRoom(out, scratch.unvisited, static_cast<std::size_t>(maxCount - left),
-                     static_cast<std::size_t>(count));
-        // Where points will be written is on its way from the farther caches.
-        __builtin_prefetch(out.next + 512, 1);
-        __builtin_prefetch(out.next + 520, 1);
-        WritePoints(out.next, x, y, isLeft, count);
-        out.next += count;
-        out.room -= count;
-        left -= count;
-        const int first = isLeft ? x - count + 1 : x;
-        ClearSpan(row, first, count);
-        return isLeft ? first : first + count - 1;
+/// Finds where a far stretch goes on; it ends there then.
+HWY_NOINLINE bool FindFarBranch(Stretch &stretch, Output &out, std::ptrdiff_t stride) {
+    int x = 0;
+    const auto find = [&] {
+        return FindBranch(stretch.row - stride, stretch.row + stride, stretch.from, stretch.to, x);
     };
+    if (out.IsFull())
+        return false;
+    bool isFound = find();
+    if (stretch.from > stretch.to && (!isFound || x == stretch.from)) {
+        // Back where the row was entered.
+        const int others = CountToTheRight(stretch.row, stretch.from);
+        if (others > 0) {
+            TakeMany(stretch, out, stretch.from + 1, false, others);
+            isFound = !out.IsFull() && find();
+        }
+    }
+    stretch.to = x;
+    return isFound;
+}
+
+/// The bit of a window in which the row was entered.
+constexpr Word ENTRY = Word{1} << MIDDLE;
+
+/// Where a near stretch goes on, of its pixels next to unvisited ones: the nearest to its end,
+/// which is there then.
+HWY_INLINE int TurnOff(Word &near, Word candidates) {
+    const bool isLeft = (near & (ENTRY - 1)) != 0;
+    const int bit =
+        isLeft ? std::countr_zero(candidates) : WORD_BITS - 1 - std::countl_zero(candidates);
+    near &= isLeft ? ~Word{0} << bit : ~Word{0} >> (WORD_BITS - 1 - bit);
+    return bit;
+}
+
+/// What of a stretch is needed at every step stands in variables of their own, for a struct would
+/// be kept in memory.
+std::size_t TraceBlob(BlobWalker::Scratch &scratch, int seedX, int seedY, std::int64_t maxCount) {
+    const std::ptrdiff_t stride = scratch.unvisited.Row(1) - scratch.unvisited.Row(0);
+    Output out(scratch.points, scratch.unvisited, maxCount);
+    Stretch *way = scratch.way.data();
+    Stretch *wayEnd = way + scratch.way.size();
+    Word *row = scratch.unvisited.Row(seedY);
     for (int x = seedX, y = seedY;;) {
-        const Word bits = BitsAround(row, x);
+        const Window window(x);
+        const Word bits = window.Of(row);
         int toTheLeft = std::countl_one(bits << MIDDLE);
         int toTheRight = std::countr_one(bits >> MIDDLE >> 1);
-        if (HWY_UNLIKELY(toTheLeft == MIDDLE))
-            toTheLeft = CountToTheLeft(row, x);
-        if (HWY_UNLIKELY(toTheRight == NEAR))
-            toTheRight = CountToTheRight(row, x);
         // Which side it is cannot be foretold, so that one piece of code serves both.
         const bool isLeft = toTheLeft > 0;
-        Stretch last{y, x, 0};
-        last.to = take(x, y, isLeft, 1 + (isLeft ? toTheLeft : toTheRight));
+        const int count = 1 + toTheLeft + (toTheRight & (static_cast<int>(isLeft) - 1));
+        int from = x;
+        int to = 0;
+        Word near = 0;
+        Word candidates = 0;
+        Word others = 0;
+        if (HWY_LIKELY(toTheLeft < MIDDLE && toTheRight < NEAR && out.HasMoreThan(count))) {
+            out.Write(x, y, isLeft, count);
+            near = Ones(count) << (isLeft ? MIDDLE - toTheLeft : MIDDLE);
+            window.Clear(row, near);
+            candidates = window.Of(row - stride, row + stride) & near;
+            others = bits & ~near & ENTRY << 1;
+        } else {
+            if (toTheLeft == MIDDLE)
+                toTheLeft = CountToTheLeft(row, x);
+            if (toTheRight == NEAR)
+                toTheRight = CountToTheRight(row, x);
+            Stretch far{0, row, from, to, y};
+            TakeMany(far, out, x, isLeft, 1 + (isLeft ? toTheLeft : toTheRight));
+            to = far.to;
+        }
         while (true) {
-            if (left == 0)
-                return static_cast<std::size_t>(maxCount);
-            const bool isFound = FindBranch(row - stride, row + stride, last, x);
-            if (isFound && (x != last.from || last.from <= last.to))
-                break;
-            if (last.from > last.to) {
-                // Back where the row was entered.
-                int others = std::countr_one(BitsAround(row, last.from) >> MIDDLE >> 1);
-                if (HWY_UNLIKELY(others == NEAR))
-                    others = CountToTheRight(row, last.from);
-                if (others > 0) {
-                    last.to = take(last.from + 1, last.y, false, others);
-                    continue;
-                }
+            if (HWY_UNLIKELY(near == 0)) {
+                Stretch far{0, row, from, to, y};
+                const bool isFound = FindFarBranch(far, out, stride);
+                if (out.IsFull())
+                    return static_cast<std::size_t>(out.Count());
+                x = to = far.to;
                 if (isFound)
                     break;
+            } else if ((candidates & ~ENTRY) == 0 && others != 0) {
+                // Back where the row was entered.
+                Stretch far{0, row, from, to, y};
+                TakeMany(far, out, from + 1, false, CountToTheRight(row, from));
+                to = far.to;
+                near = 0;
+                continue;
+            } else if (candidates != 0) {
+                x = from + TurnOff(near, candidates) - MIDDLE;
+                break;
             }
-            if (wayLength == 0)
-                return static_cast<std::size_t>(maxCount - left);
-            last = scratch.way[--wayLength];
-            row = top + last.y * stride;
+            if (way == scratch.way.data())
+                return static_cast<std::size_t>(out.Count());
+            --way;
+            near = way->near;
+            row = way->row;
+            from = way->from;
+            to = way->to;
+            y = way->y;
+            const Window back(from);
+            candidates = back.Of(row - stride, row + stride) & near;
+            others = back.Of(row) & ENTRY << 1;
         }
-        if (HWY_UNLIKELY(wayLength == scratch.way.size()))
-            scratch.way.resize(2 * wayLength + 1);
-        scratch.way[wayLength++] = {last.y, last.from, x};
-        const bool isUp = ((row - stride)[x / WORD_BITS] >> x % WORD_BITS & 1) != 0;
-        y = isUp ? last.y - 1 : last.y + 1;
+        if (HWY_UNLIKELY(way == wayEnd)) {
+            const std::size_t size = scratch.way.size();
+            scratch.way.resize(2 * size + 1);
+            way = scratch.way.data() + size;
+            wayEnd = scratch.way.data() + scratch.way.size();
+        }
+        *way++ = {near, row, from, to, y};
+        const Word *const above = row - stride;
+        const bool isUp = (above[x / WORD_BITS] >> x % WORD_BITS & 1) != 0;
+        y += isUp ? -1 : 1;
         row += isUp ? -stride : stride;
     }
 }

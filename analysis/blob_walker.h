@@ -43,9 +43,12 @@ class BlobWalker {
 public:
     /// Pixels of a row from which the walk may have to go on, in the order in which it took them.
     struct Stretch {
-        int y;
+        /// Bits of a word in whose middle the first pixel is, if all are as near as that; else 0.
+        std::uint64_t near;
+        std::uint64_t *row;
         int from;
-        int to;
+        int to; ///< The last one, unless they are near.
+        int y;
     };
 
     /// The memory of a walk, kept for the next one.

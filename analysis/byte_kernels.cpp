@@ -240,6 +240,7 @@ std::size_t MarkVectors(std::size_t count, std::uint64_t *words, TestAt test) {
 void MarkInBand(const std::uint8_t *bytes, std::size_t count, ByteBand band, std::uint64_t *words) {
     const auto span = static_cast<std::uint8_t>(band.high - band.low);
     std::size_t at = MarkVectors(count, words, [=](auto d, std::size_t from) {
+        __builtin_prefetch(bytes + from + 2048);
         const auto above = hn::Sub(hn::LoadU(d, bytes + from), hn::Set(d, band.low));
         return hn::Eq(hn::Min(above, hn::Set(d, span)), above);
     });
