@@ -2,7 +2,11 @@
 
 #include <algorithm>
 #include <cstdio>
+#include <cstring>
 #include <utility>
+
+#include <langinfo.h>
+#include <locale.h>
 
 namespace {
 
@@ -24,9 +28,37 @@ int IndexOf(std::size_t position) {
     return position == std::string::npos ? -1 : static_cast<int>(position);
 }
 
+/// As long as one lives, the numbers of its thread are written as in the "C" locale.
+class PlainNumbers {
+public:
+    PlainNumbers() {
+        if (std::strcmp(nl_langinfo(RADIXCHAR), ".") == 0 && *nl_langinfo(THOUSEP) == '\0')
+            return;
+        const locale_t other = duplocale(uselocale(nullptr));
+        m_plain = newlocale(LC_NUMERIC_MASK, "C", other);
+        if (m_plain == nullptr)
+            m_plain = other;
+        if (m_plain != nullptr)
+            m_before = uselocale(m_plain);
+    }
+    ~PlainNumbers() {
+        if (m_plain == nullptr)
+            return;
+        uselocale(m_before);
+        freelocale(m_plain);
+    }
+    PlainNumbers(const PlainNumbers &) = delete;
+    PlainNumbers &operator=(const PlainNumbers &) = delete;
+
+private:
+    locale_t m_plain = nullptr;
+    locale_t m_before = nullptr;
+};
+
 /// Appends what printf would write; on an error it appends nothing and returns false.
 __attribute__((format(printf, 2, 0))) bool AppendPrinted(std::string &text, const char *format,
                                                          va_list arguments) {
+    const PlainNumbers plain;
     va_list measured;
     va_copy(measured, arguments);
     const int length = std::vsnprintf(nullptr, 0, format, measured);

@@ -74,7 +74,8 @@ public:
     int Delete(int index, int count = 1); ///< Returns the new length; clamps like Mid.
     void Truncate(int length);            ///< Never lengthens; a negative length empties.
 
-    /// printf's formats; the arguments may be this string's own text. An error leaves it unchanged.
+    /// printf's formats, with numbers as in the "C" locale; the arguments may be this string's own
+    /// text. An error leaves it unchanged.
     __attribute__((format(printf, 2, 3))) void Format(const char *format, ...);
     __attribute__((format(printf, 2, 3))) void AppendFormat(const char *format, ...);
     __attribute__((format(printf, 2, 0))) void FormatV(const char *format, va_list arguments);

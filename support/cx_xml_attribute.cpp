@@ -1,9 +1,9 @@
 #include "TAVIX20/support/cx_xml_attribute.h"
 
 #include "TAVIX20/support/cx_xml_element.h"
-#include "TAVIX20/support/cx_xml_number.h"
 #include "TAVIX20/support/cx_xml_printer.h"
 #include "TAVIX20/support/cx_xml_tree.h"
+#include "TAVIX20/support/text_number.h"
 
 using tavix::TextOrEmpty;
 
@@ -50,7 +50,7 @@ int CxXmlAttribute::IntValue() const {
 }
 
 double CxXmlAttribute::DoubleValue() const {
-    return Of(*this).DoubleValue();
+    return tavix::ReadDouble(Value());
 }
 
 int CxXmlAttribute::QueryIntValue(int *value) const {
@@ -58,7 +58,7 @@ int CxXmlAttribute::QueryIntValue(int *value) const {
 }
 
 int CxXmlAttribute::QueryDoubleValue(double *value) const {
-    return Of(*this).QueryDoubleValue(value);
+    return tavix::QueryDouble(Value(), *value) ? CXXML_SUCCESS : CXXML_WRONG_TYPE;
 }
 
 void CxXmlAttribute::SetName(const char *name) {
@@ -74,7 +74,7 @@ void CxXmlAttribute::SetIntValue(int value) {
 }
 
 void CxXmlAttribute::SetDoubleValue(double value) {
-    SetValue(tavix::FixedText(value).c_str());
+    SetValue(tavix::WriteFixed(value).c_str());
 }
 
 CxXmlAttribute *CxXmlAttribute::Next() {

@@ -1,8 +1,8 @@
 #include "TAVIX20/support/cx_xml_element.h"
 
 #include "TAVIX20/support/cx_xml_attribute.h"
-#include "TAVIX20/support/cx_xml_number.h"
 #include "TAVIX20/support/cx_xml_tree.h"
+#include "TAVIX20/support/text_number.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -53,7 +53,7 @@ const char *CxXmlElement::Attribute(const char *name, int *number) const {
 const char *CxXmlElement::Attribute(const char *name, double *number) const {
     const char *const value = Attribute(name);
     if (number != nullptr)
-        *number = std::atof(TextOrEmpty(value));
+        *number = tavix::ReadDouble(value);
     return value;
 }
 
@@ -62,7 +62,10 @@ int CxXmlElement::QueryIntAttribute(const char *name, int *value) const {
 }
 
 int CxXmlElement::QueryDoubleAttribute(const char *name, double *value) const {
-    return Element().QueryDoubleAttribute(TextOrEmpty(name), value);
+    const char *const text = Attribute(name);
+    if (text == nullptr)
+        return CXXML_NO_ATTRIBUTE;
+    return tavix::QueryDouble(text, *value) ? CXXML_SUCCESS : CXXML_WRONG_TYPE;
 }
 
 void CxXmlElement::SetAttribute(const char *name, const char *value) {
@@ -74,7 +77,7 @@ void CxXmlElement::SetAttribute(const char *name, int value) {
 }
 
 void CxXmlElement::SetDoubleAttribute(const char *name, double value) {
-    SetAttribute(name, tavix::FixedText(value).c_str());
+    SetAttribute(name, tavix::WriteFixed(value).c_str());
 }
 
 void CxXmlElement::RemoveAttribute(const char *name) {

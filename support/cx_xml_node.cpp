@@ -4,8 +4,8 @@
 #include "TAVIX20/support/cx_xml_error.h"
 #include "TAVIX20/support/cx_xml_printer.h"
 #include "TAVIX20/support/cx_xml_tree.h"
+#include "TAVIX20/support/text_number.h"
 
-#include <cstdlib>
 #include <memory>
 
 using tavix::TextOrEmpty;
@@ -80,7 +80,7 @@ int CxXmlNode::ToInt() const {
 }
 
 double CxXmlNode::ToDouble() const {
-    return std::atof(Value());
+    return tavix::ReadDouble(Value());
 }
 
 int CxXmlNode::Type() const {

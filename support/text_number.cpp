@@ -13,19 +13,27 @@ namespace tavix {
 
 namespace {
 
+/// False and no change where there is none.
 template <typename Integer>
-Integer ReadInteger(const char *text) {
+bool QueryInteger(const char *text, Integer &value) {
     std::string_view rest = WithoutLeadingSpace(ViewOf(text));
     const bool negative = rest.starts_with('-');
     if (rest.starts_with('+')) {
         rest.remove_prefix(1);
         if (rest.starts_with('-'))
-            return 0;
+            return false;
     }
-    Integer value = 0;
     const auto result = std::from_chars(rest.data(), rest.data() + rest.size(), value);
     if (result.ec == std::errc::result_out_of_range)
-        return negative ? std::numeric_limits<Integer>::min() : std::numeric_limits<Integer>::max();
+        value =
+            negative ? std::numeric_limits<Integer>::min() : std::numeric_limits<Integer>::max();
+    return result.ec != std::errc::invalid_argument;
+}
+
+template <typename Integer>
+Integer ReadInteger(const char *text) {
+    Integer value = 0;
+    QueryInteger(text, value);
     return value;
 }
 
@@ -45,7 +53,24 @@ long ReadLong(const char *text) {
 }
 
 double ReadDouble(const char *text) {
-    return text ? strtod_l(text, nullptr, PlainLocale()) : 0.0;
+    double value = 0.0;
+    QueryDouble(text, value);
+    return value;
+}
+
+bool QueryInt(const char *text, int &value) {
+    return QueryInteger(text, value);
+}
+
+bool QueryDouble(const char *text, double &value) {
+    if (text == nullptr)
+        return false;
+    char *end = nullptr;
+    const double number = strtod_l(text, &end, PlainLocale());
+    if (end == text)
+        return false;
+    value = number;
+    return true;
 }
 
 std::string WriteLong(long value) {
@@ -59,6 +84,12 @@ std::string WriteDouble(double value) {
     const auto end =
         std::to_chars(text, text + sizeof text, value,
                       plain ? std::chars_format::fixed : std::chars_format::scientific);
+    return std::string(text, end.ptr);
+}
+
+std::string WriteFixed(double value) {
+    char text[std::numeric_limits<double>::max_exponent10 + 16];
+    const auto end = std::to_chars(text, text + sizeof text, value, std::chars_format::fixed, 6);
     return std::string(text, end.ptr);
 }
 

@@ -18,10 +18,17 @@ TAVIX_API long ReadLong(const char *text);
 /// range gives an infinity, one that is too small 0 or the nearest denormal.
 TAVIX_API double ReadDouble(const char *text);
 
+/// The same, but false and no change where the text starts with no number.
+bool QueryInt(const char *text, int &value);
+bool QueryDouble(const char *text, double &value);
+
 std::string WriteLong(long value);
 
 /// The fewest digits that read back as exactly this value. Without exponent from 1e-5 up to below
 /// 1e17; "inf", "-inf", "nan" for what is no number.
 std::string WriteDouble(double value);
+
+/// What printf's "%f" writes in the "C" locale.
+std::string WriteFixed(double value);
 
 } // namespace tavix

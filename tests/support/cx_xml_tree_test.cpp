@@ -1,7 +1,9 @@
+#include "support/temporary_folder.h"
 #include "support/xml_text.h"
 
 #include <gtest/gtest.h>
 
+#include <clocale>
 #include <limits>
 #include <memory>
 
@@ -219,4 +221,30 @@ TEST(CxXmlTreeTest, TreesOfAnyDepthAreCopiedWrittenAndDeleted) {
     const std::unique_ptr<CxXmlNode> clone(assigned.Clone());
     root.reset();
     EXPECT_EQ(Streamed(*clone).size(), depth * 7U - 2);
+}
+
+TEST(CxXmlTreeTest, NumbersHaveAPointInEveryLocale) {
+    // The numbers of a locale as the C library keeps them: "," and ".", groups of three.
+    const char numeric[] = "\x14\x11\3\x20\6\0\0\0\x20\0\0\0\x22\0\0\0\x24\0\0\0\x28\0\0\0"
+                           "\x2C\0\0\0\x30\0\0\0,\0.\0\3\3\0\0,\0\0\0.\0\0\0UTF-8";
+    const TemporaryFolder folder;
+    std::filesystem::create_directory(folder / "comma");
+    folder.Make("comma/LC_NUMERIC", std::string(numeric, sizeof numeric));
+    setenv("LOCPATH", folder.Path().c_str(), 1);
+    const char *const isSet = setlocale(LC_NUMERIC, "comma");
+    unsetenv("LOCPATH");
+    if (isSet == nullptr)
+        GTEST_SKIP() << "no locale with a decimal comma";
+    CxXmlElement element("e");
+    element.SetDoubleAttribute("x", -0.5);
+    double read = 0, queried = 0;
+    element.Attribute("x", &read);
+    element.QueryDoubleAttribute("x", &queried);
+    const CStdString text = CStdString::Format("%g %g %g %g %s", CxXmlText("2.75").ToDouble(),
+                                               element.FirstAttribute()->DoubleValue(), read,
+                                               queried, element.Attribute("x"));
+    const std::string point = localeconv()->decimal_point;
+    setlocale(LC_NUMERIC, "C");
+    EXPECT_EQ(text, "2.75 -0.5 -0.5 -0.5 -0.500000");
+    EXPECT_EQ(point, ",");
 }
