@@ -46,7 +46,7 @@ const char *CxXmlAttribute::Value() const {
 }
 
 int CxXmlAttribute::IntValue() const {
-    return Of(*this).IntValue();
+    return tavix::ReadInt(Value());
 }
 
 double CxXmlAttribute::DoubleValue() const {
@@ -54,7 +54,7 @@ double CxXmlAttribute::DoubleValue() const {
 }
 
 int CxXmlAttribute::QueryIntValue(int *value) const {
-    return Of(*this).QueryIntValue(value);
+    return tavix::QueryInt(Value(), *value) ? CXXML_SUCCESS : CXXML_WRONG_TYPE;
 }
 
 int CxXmlAttribute::QueryDoubleValue(double *value) const {

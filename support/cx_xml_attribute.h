@@ -19,8 +19,10 @@ public:
 
     const char *Name() const;
     const char *Value() const;
-    int IntValue() const;       ///< The number at the start of the value; 0 when there is none.
-    double DoubleValue() const; ///< The number at the start of the value; 0 when there is none.
+    /// The number at the start of the value, the nearest of the type's range for one beyond it; 0
+    /// when there is none.
+    int IntValue() const;
+    double DoubleValue() const;
     /// CXXML_SUCCESS and the number, or CXXML_WRONG_TYPE and no change.
     int QueryIntValue(int *value) const;
     int QueryDoubleValue(double *value) const;

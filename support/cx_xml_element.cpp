@@ -5,7 +5,6 @@
 #include "TAVIX20/support/text_number.h"
 
 #include <algorithm>
-#include <cstdlib>
 
 using tavix::TextOrEmpty;
 
@@ -46,7 +45,7 @@ const char *CxXmlElement::Attribute(const char *name) const {
 const char *CxXmlElement::Attribute(const char *name, int *number) const {
     const char *const value = Attribute(name);
     if (number != nullptr)
-        *number = std::atoi(TextOrEmpty(value));
+        *number = tavix::ReadInt(value);
     return value;
 }
 
@@ -58,7 +57,10 @@ const char *CxXmlElement::Attribute(const char *name, double *number) const {
 }
 
 int CxXmlElement::QueryIntAttribute(const char *name, int *value) const {
-    return Element().QueryIntAttribute(TextOrEmpty(name), value);
+    const char *const text = Attribute(name);
+    if (text == nullptr)
+        return CXXML_NO_ATTRIBUTE;
+    return tavix::QueryInt(text, *value) ? CXXML_SUCCESS : CXXML_WRONG_TYPE;
 }
 
 int CxXmlElement::QueryDoubleAttribute(const char *name, double *value) const {

@@ -20,7 +20,8 @@ public:
     /// The value of an attribute, valid until it is set again; null where there is none.
     const char *Attribute(const char *name) const;
     /// The number at the start of the value goes to the second argument, unless it is null; 0 where
-    /// there is no such number and where there is no such attribute.
+    /// there is no such number and where there is no such attribute. Here and below, a number
+    /// beyond the type's range gives the nearest in it.
     const char *Attribute(const char *name, int *number) const;
     const char *Attribute(const char *name, double *number) const;
     /// CXXML_SUCCESS and the number, else CXXML_NO_ATTRIBUTE or CXXML_WRONG_TYPE and no change.

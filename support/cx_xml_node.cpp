@@ -76,7 +76,7 @@ CString CxXmlNode::ToString() const {
 }
 
 int CxXmlNode::ToInt() const {
-    return std::atoi(Value());
+    return tavix::ReadInt(Value());
 }
 
 double CxXmlNode::ToDouble() const {

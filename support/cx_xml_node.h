@@ -30,8 +30,10 @@ public:
     void SetValue(const char *value);
     CStdString ToStdString() const;
     CString ToString() const;
-    int ToInt() const;       ///< The number at the start of the value; 0 when there is none.
-    double ToDouble() const; ///< The number at the start of the value; 0 when there is none.
+    /// The number at the start of the value, the nearest of the type's range for one beyond it; 0
+    /// when there is none.
+    int ToInt() const;
+    double ToDouble() const;
 
     int Type() const; ///< A NodeType.
     /// This node as what it is; null when it is something else.

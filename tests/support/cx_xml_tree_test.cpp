@@ -95,6 +95,16 @@ TEST(CxXmlTreeTest, ReadsAndSetsAttributes) {
     EXPECT_EQ(element.Attribute("none", &real), nullptr);
     EXPECT_EQ(number, 0);
     EXPECT_EQ(real, 0);
+    const int most = std::numeric_limits<int>::max();
+    CxXmlAttribute *const attribute = element.FirstAttribute();
+    attribute->SetValue(" +3000000000");
+    EXPECT_EQ(CxXmlText(attribute->Value()).ToInt(), most);
+    EXPECT_EQ(attribute->IntValue(), most);
+    EXPECT_EQ(attribute->QueryIntValue(&number), CXXML_SUCCESS);
+    EXPECT_EQ(number, most);
+    EXPECT_TRUE(element.Attribute("t", &number) && number == most);
+    EXPECT_EQ(element.QueryIntAttribute("t", &number), CXXML_SUCCESS);
+    EXPECT_EQ(number, most);
     element.FirstAttribute()->SetDoubleValue(-std::numeric_limits<double>::max());
     EXPECT_EQ(element.FirstAttribute()->DoubleValue(), -std::numeric_limits<double>::max());
     EXPECT_EQ(std::string(element.Attribute("t")).size(), 317U);
