@@ -11,6 +11,7 @@
 #include <algorithm>
 #include <array>
 #include <cstdint>
+#include <unordered_set>
 
 namespace tavix {
 
@@ -57,12 +58,15 @@ private:
     // All of these return where to go on, or null where the parser gives up.
 
     const char *PassPiece(const char *at) {
+        if (at[0] == '<' && at[1] == '/' && !m_open.empty())
+            return PassEndTag(at);
+        m_stepsUp += m_open.size();
+        if (m_stepsUp > MAX_STEPS_UP)
+            return Stop(XmlScan::Stop::TooDeep, at);
         if (*at != '<')
             return m_open.empty() ? nullptr : PassText(at, '<');
-        if (at[1] == '/' && !m_open.empty())
-            return PassEndTag(at);
         ++m_nodes;
-        if (Parser::StringEqual(at, "<?xml", true, m_encoding))
+        if (at[1] == '?' && Parser::StringEqual(at, "<?xml", true, m_encoding))
             return PassDeclaration(at);
         if (Rest(at).starts_with("<!--"))
             return PassBehind(at, 4, "-->");
@@ -126,6 +130,8 @@ private:
         at = SkipSpace(at + 1);
         at = at != nullptr ? PassName(at, element) : nullptr;
         m_names.clear();
+        if (!m_manyNames.empty())
+            m_manyNames.clear();
         for (;;) {
             at = SkipSpace(at);
             if (at == nullptr || *at == '\0')
@@ -145,12 +151,26 @@ private:
                     m_scan.repairs.back().node = XmlRepair::NO_NODE;
                 return nullptr;
             }
-            if (std::find(m_names.begin(), m_names.end(), name) != m_names.end())
+            if (HasName(name))
                 return StopAtDuplicate(first, name);
-            if (m_names.size() == m_maxAttributes)
+            if (m_names.size() == m_maxAttributes || m_comparisons > MAX_COMPARISONS)
                 return Stop(XmlScan::Stop::TooManyAttributes, first);
             m_names.push_back(name);
         }
+    }
+
+    /// Whether an attribute so far has this name.
+    bool HasName(std::string_view name) {
+        if (m_names.size() >= FEW_ATTRIBUTES)
+            return HasOneOfMany(name);
+        return std::find(m_names.begin(), m_names.end(), name) != m_names.end();
+    }
+
+    bool HasOneOfMany(std::string_view name) {
+        if (m_manyNames.empty())
+            m_manyNames.insert(m_names.begin(), m_names.end());
+        m_comparisons += m_names.size() - FEW_ATTRIBUTES;
+        return !m_manyNames.insert(name).second;
     }
 
     const char *PassAttribute(const char *at, std::string_view &name) {
@@ -287,10 +307,13 @@ private:
     std::array<bool, 256> m_isName{};
     std::array<std::uint8_t, 256> m_step{}; ///< Length of a character; 0 for "&" and the end.
 
-    std::vector<std::string_view> m_open;  ///< Names of the open elements.
-    std::vector<std::string_view> m_names; ///< Of the attributes so far.
-    std::string_view m_bareValue;          ///< Of the last attribute; empty when it had quotes.
+    std::vector<std::string_view> m_open;             ///< Names of the open elements.
+    std::vector<std::string_view> m_names;            ///< Of the attributes so far.
+    std::unordered_set<std::string_view> m_manyNames; ///< The same once they are more than a few.
+    std::string_view m_bareValue; ///< Of the last attribute; empty when it had quotes.
     std::size_t m_nodes = 0;
+    std::uint64_t m_stepsUp = 0;
+    std::uint64_t m_comparisons = 0;
     bool m_noMoreCdata = false;
     XmlScan m_scan;
 };

@@ -4,6 +4,7 @@
 #include "TAVIX20/platform/export.h"
 
 #include <cstddef>
+#include <cstdint>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -42,9 +43,17 @@ struct XmlScan {
 /// Room for zeros behind a text: TinyXML steps over the end of a text that ends within a character.
 constexpr std::size_t XML_PADDING = 8;
 
+/// What the parser does per node grows with the elements around it, and per attribute with those
+/// before it: as many steps up, and as many comparisons beyond the first FEW_ATTRIBUTES of each
+/// element, may be needed for a text as a whole.
+constexpr std::uint64_t MAX_STEPS_UP = 1'000'000'000;
+constexpr std::uint64_t MAX_COMPARISONS = 500'000'000;
+constexpr std::size_t FEW_ATTRIBUTES = 100;
+
 /// Goes the parser's way through a text without zeros, behind which lie XML_PADDING zeros, step for
 /// step, so that it sees an element exactly where the parser would open one; it makes no nodes. At
-/// most maxDepth elements may be open at a time, and each may have maxAttributes attributes.
+/// most maxDepth elements may be open at a time, and each may have maxAttributes attributes; what
+/// goes beyond the limits of a text as a whole stops it in the same way.
 TAVIX_API XmlScan ScanXml(std::string_view text, TiXmlEncoding encoding, std::size_t maxDepth,
                           std::size_t maxAttributes);
 

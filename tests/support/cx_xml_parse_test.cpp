@@ -184,6 +184,11 @@ TEST(CxXmlParseTest, RefusesWhatWouldExhaustTheParser) {
         {"most attributes", "<a" + attributes + "/>", 0, 1, 1},
         {"too many attributes", "<a" + attributes + " b=''/>", 15, 1,
          static_cast<int>(attributes.size()) + 4},
+        {"deep and long", repeat("<a>", 3999) + repeat("<b/>", 300000), 15, 1,
+         3 * 3999 + 4 * 248063 + 1}, // 7,994,001 around the first 3,999, then 3,999 around each
+        {"many with many attributes", repeat("<a" + attributes + "/>", 11), 15, 1,
+         10 * (static_cast<int>(attributes.size()) + 4) +
+             static_cast<int>(attributes.find(" a4572=")) + 4}, // 9,900 squared / 2 in each of 10
         {"long attribute", "<a b='" + std::string(10 << 20, 'x') + "'/>", 0, 1, 1},
         {"many CDATA without an end", repeat("<![CDATA[>", 200000), 0, 1, 1},
         {"entities without an end", "<a>" + repeat("&#x", 200000), 6, 0, 0},
