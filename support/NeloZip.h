@@ -50,11 +50,11 @@ public:
     /// one. The flag has no meaning.
     ///
     /// False, and no file is changed, made or left incomplete, for: an index that there is not;
-    /// names that are absolute, have "..", a backslash or a drive letter; links and other special
-    /// files; links met on the way, which are not followed; encrypted and damaged entries, those
-    /// that share bytes with others, and those packed otherwise than stored, deflated or with
-    /// bzip2; entries beyond the limits above; and when the system does not let the file be
-    /// written.
+    /// names that are absolute, have "..", a backslash or a drive letter, or end in "."; folders
+    /// with content; links and other special files; links met on the way, which are not followed;
+    /// encrypted and damaged entries, those that share bytes with others, and those packed
+    /// otherwise than stored, deflated or with bzip2; entries beyond the limits above; and when the
+    /// system does not let the file be written.
     bool UnzipFile(int index, const char *folder, bool flag) const;
     /// The same, under another name without folders.
     bool UnzipFileAs(int index, const char *folder, const char *name) const;

@@ -113,9 +113,9 @@ std::optional<EntryPath> SplitEntryName(const std::string &name) {
     while (start <= name.size()) {
         const std::size_t end = std::min(name.find('/', start), name.size());
         std::string part = name.substr(start, end - start);
-        if (part == ".." || part.size() > LONGEST_PART)
-            return std::nullopt;
         const bool isLast = end == name.size();
+        if (part == ".." || (part == "." && isLast) || part.size() > LONGEST_PART)
+            return std::nullopt;
         if (part == ".")
             part.clear();
         if (isLast)
@@ -206,19 +206,19 @@ bool ZipArchive::ExtractAs(int index, const char *folder, const std::string &nam
 }
 
 bool ZipArchive::ExtractTo(int index, const char *folder, const EntryPath &path) const {
-    if (folder == nullptr || !IsAccepted(index))
+    const auto entry = GetEntry(index);
+    if (folder == nullptr || !entry || !IsAccepted(index))
         return false;
     Descriptor top(open(folder, O_RDONLY | O_DIRECTORY | O_CLOEXEC));
     if (!top.IsOpen())
         return false;
     if (path.file.empty())
-        return EnterFolders(std::move(top), path.folders).IsOpen();
+        return entry->size == 0 && EnterFolders(std::move(top), path.folders).IsOpen();
 
     // Unpacked into the folder itself first: what fails leaves no sub-folders behind.
-    const auto entry = GetEntry(index);
     const std::unique_ptr<zip_file_t, CloseEntry> packed(
         zip_fopen_index(m_zip.get(), static_cast<zip_uint64_t>(index), 0));
-    if (!entry || !packed)
+    if (!packed)
         return false;
     TemporaryFile file(top.Get());
     if (!Unpack(packed.get(), entry->size, file))

@@ -19,8 +19,8 @@ struct EntryPath {
 };
 
 /// Takes an entry's name apart. Nothing for names that lead elsewhere or mean different things on
-/// different systems: empty and absolute ones, those with "..", a backslash or a drive letter, and
-/// those with a part that no file system takes.
+/// different systems: empty and absolute ones, those with "..", a backslash or a drive letter,
+/// those that end in ".", and those with a part that no file system takes.
 TAVIX_API std::optional<EntryPath> SplitEntryName(const std::string &name);
 
 class ZipArchive {

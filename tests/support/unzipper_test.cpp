@@ -91,7 +91,10 @@ TEST(UnzipperTest, NamesStayBelowTheFolder) {
         {"new", true, {"in/new"}},
         {"new/sub/file", true, {"in/new", "in/new/sub", "in/new/sub/file"}},
         {"folder/./file", true, {"in/folder/file"}},
-        {"new/sub/", true, {"in/new", "in/new/sub"}},
+        {"new/sub/", true, {"in/new", "in/new/sub"}}, // without content
+        {"new/lost/", false, {}},
+        {".", false, {}},
+        {"new/.", false, {}},
         {"file", true, {}},
         {"linked", true, {}}, // the link itself is replaced
         {"..file", true, {"in/..file"}},
@@ -113,7 +116,8 @@ TEST(UnzipperTest, NamesStayBelowTheFolder) {
     };
     for (const Case &c : cases) {
         SCOPED_TRACE(c.name);
-        ExpectUnzips(ZipBytes({{c.name, "content"}}), c.succeeds, c.created);
+        const bool isFolder = c.succeeds && c.name.ends_with('/');
+        ExpectUnzips(ZipBytes({{c.name, isFolder ? "" : "content"}}), c.succeeds, c.created);
     }
 }
 
