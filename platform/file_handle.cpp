@@ -50,6 +50,24 @@ int OpenFlags(const FileMode &mode) {
     return mode.isInherited ? flags : flags | O_CLOEXEC;
 }
 
+int OpenUninterrupted(const char *name, int flags) {
+    int descriptor = -1;
+    do
+        descriptor = open(name, flags, NEW_FILE_MODE);
+    while (descriptor == -1 && errno == EINTR);
+    return descriptor;
+}
+
+/// Waits for nobody at the other end of a named pipe, but for another program to give up a lease.
+int OpenDescriptor(const char *name, int flags) {
+    int descriptor = OpenUninterrupted(name, flags | O_NONBLOCK);
+    if (descriptor == -1 && errno == EWOULDBLOCK)
+        descriptor = OpenUninterrupted(name, flags);
+    if (descriptor != -1)
+        fcntl(descriptor, F_SETFL, fcntl(descriptor, F_GETFL) & ~O_NONBLOCK);
+    return descriptor;
+}
+
 bool IsFolder(int descriptor) {
     struct stat status {};
     return fstat(descriptor, &status) == 0 && S_ISDIR(status.st_mode);
@@ -88,10 +106,7 @@ FileHandle FileHandle::Open(const char *name, const FileMode &mode) {
         SetLastError(ERROR_INVALID_PARAMETER);
         return none;
     }
-    int descriptor = -1;
-    do
-        descriptor = open(name, OpenFlags(mode), NEW_FILE_MODE);
-    while (descriptor == -1 && errno == EINTR);
+    const int descriptor = OpenDescriptor(name, OpenFlags(mode));
     if (descriptor == -1) {
         SetLastError(ErrorOfOpen(name));
         return none;

@@ -48,6 +48,8 @@ public:
     explicit FileHandle(HANDLE handle) : m_handle(handle) {}
 
     /// Opens a file; INVALID_HANDLE_VALUE on failure. A folder is not a file (ERROR_ACCESS_DENIED).
+    /// A named pipe opens at once: for reading also without a writer, and then is at its end; for
+    /// writing only where somebody reads.
     ///
     /// Sharing is an advisory lock on the whole file: a shared one, or an exclusive one when
     /// nothing is shared. Two opens conflict (ERROR_SHARING_VIOLATION) when one of them is

@@ -9,6 +9,7 @@
 #include <thread>
 
 #include <fcntl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 using tavix::DescriptorFromHandle;
@@ -88,4 +89,18 @@ TEST(FileHandleTest, InheritanceAccessAndClosedHandles) {
     EXPECT_EQ(full.Write("y", 1), 0u);
     EXPECT_EQ(GetLastError(), ERROR_DISK_FULL);
     full.Close();
+}
+
+TEST(FileHandleTest, NamedPipesOpenWithoutWaiting) {
+    const TemporaryFolder folder;
+    const std::string name = folder / "pipe";
+    mkfifo(name.c_str(), 0666);
+    EXPECT_FALSE(FileHandle::Open(name.c_str(), {.access = GENERIC_WRITE}).IsValid());
+    const FileHandle pipe = FileHandle::Open(name.c_str(), {});
+    char byte = 0;
+    EXPECT_EQ(pipe.Read(&byte, 1), 0u);
+    EXPECT_EQ(fcntl(DescriptorFromHandle(pipe.Get()), F_GETFL) & O_NONBLOCK, 0);
+    const FileHandle writer = FileHandle::Open(name.c_str(), {.access = GENERIC_WRITE});
+    EXPECT_EQ(writer.Write("x", 1) + pipe.Read(&byte, 1), 2u);
+    EXPECT_TRUE(writer.Close() && pipe.Close());
 }
