@@ -1,16 +1,26 @@
 #include "TAVIX20/support/stdlib.h"
 
 #include <algorithm>
+#include <cerrno>
 #include <cmath>
+#include <cstddef>
+#include <vector>
 
 #include <sched.h>
+#include <unistd.h>
 
 int CStdlib::GetNumOfProcessors() {
-    cpu_set_t allowed;
-    CPU_ZERO(&allowed);
-    if (sched_getaffinity(0, sizeof allowed, &allowed) != 0)
-        return 1;
-    return std::max(1, CPU_COUNT(&allowed));
+    constexpr std::size_t mostSets = 1024; // of 1,024 processors each
+    for (std::size_t sets = 1; sets <= mostSets; sets *= 2) {
+        std::vector<cpu_set_t> allowed(sets);
+        const std::size_t size = sets * sizeof(cpu_set_t);
+        // By the number of the process, or it were the processors of the calling thread.
+        if (sched_getaffinity(getpid(), size, allowed.data()) == 0)
+            return std::max(1, CPU_COUNT_S(size, allowed.data()));
+        if (errno != EINVAL) // which means that the system has room for more processors
+            break;
+    }
+    return 1;
 }
 
 long CStdlib::Distance(int x1, int y1, int x2, int y2) {

@@ -6,6 +6,7 @@
 
 #include <climits>
 #include <cmath>
+#include <thread>
 
 #include <sched.h>
 
@@ -27,6 +28,10 @@ TEST(CStdlibTest, ProcessorsAreThoseTheProcessMayUse) {
     for (int cpu = 0; cpu < CPU_SETSIZE && CPU_COUNT(&one) == 0; ++cpu)
         if (CPU_ISSET(cpu, &before))
             CPU_SET(cpu, &one);
+    std::thread([&] {
+        EXPECT_EQ(sched_setaffinity(0, sizeof one, &one), 0);
+        EXPECT_EQ(CStdlib::GetNumOfProcessors(), CPU_COUNT(&before));
+    }).join();
     ASSERT_EQ(sched_setaffinity(0, sizeof one, &one), 0);
     EXPECT_EQ(CStdlib::GetNumOfProcessors(), 1);
     ASSERT_EQ(sched_setaffinity(0, sizeof before, &before), 0);
