@@ -91,6 +91,8 @@ int CxFile::Open(const char *name, unsigned int flags) {
 }
 
 void CxFile::Close() {
+    if (m_handle != nullptr && (m_access & GENERIC_WRITE) != 0)
+        Flush();
     if (const FileHandle file(m_handle); m_ownsHandle != 0 && file.IsValid())
         file.Close();
     m_handle = nullptr;

@@ -53,8 +53,8 @@ public:
     /// Closes the file that was open and opens another, OpenFlags say how; 1, or 0 and closed on
     /// failure.
     virtual int Open(const char *name, unsigned int flags);
-    /// Closes the handle if it was opened here, forgets it in any case. What was written is with
-    /// the system already; nobody waits for the storage device.
+    /// Flushes a file that was opened for writing, closes the handle if it was opened here, and
+    /// forgets it in any case. The destructor does the same, but with the Flush of this class.
     virtual void Close();
     /// Moves the position, from 0 the beginning, 1 where it is, 2 the end; returns the new one, or
     /// -1 and no change.

@@ -42,7 +42,8 @@ public:
 
     /// Print at depth 0; always 1.
     int SaveFile(CxArchive &archive) const;
-    /// The same into a file, created or emptied; 0 where it cannot be opened.
+    /// The same into a file, created or emptied; 0 where it cannot be opened. Nobody waits for the
+    /// storage device.
     int SaveFile(const char *path) const;
     /// The same with the document's own name.
     int SaveFile() const;

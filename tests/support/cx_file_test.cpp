@@ -55,6 +55,23 @@ TEST(CxFileTest, FlagsChooseAccessAndCreation) {
     }
 }
 
+TEST(CxFileTest, ClosingFlushesWhatMayHaveBeenWritten) {
+    struct Flushed : CxFile {
+        int Flush() override { return ++count; }
+        int count = 0;
+    } file;
+    const TemporaryFolder folder;
+    const std::string name = folder.Make("file", "x");
+    for (const auto &[flags, count] :
+         {std::pair{CxFile::modeRead, 0}, {CxFile::modeWrite, 1}, {CxFile::modeReadWrite, 1}}) {
+        EXPECT_EQ(file.Open(name.c_str(), flags), 1);
+        file.count = 0;
+        file.Close();
+        file.Close();
+        EXPECT_EQ(file.count, count) << flags;
+    }
+}
+
 TEST(CxFileTest, PositionAndLength) {
     const TemporaryFolder folder;
     CxFile file(folder.Make("file", std::string(100, 'x')).c_str(), CxFile::modeReadWrite);
