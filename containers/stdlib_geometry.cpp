@@ -7,6 +7,9 @@
 #include <algorithm>
 #include <cmath>
 #include <cstdint>
+#include <iterator>
+#include <utility>
+#include <vector>
 
 namespace {
 
@@ -16,6 +19,43 @@ int ToCoordinate(double value) {
         return 0;
     return static_cast<int>(
         std::clamp(value, static_cast<double>(INT32_MIN), static_cast<double>(INT32_MAX)));
+}
+
+double DistanceFromSegment(const tagPOINT &point, const tagPOINT &start, const tagPOINT &end) {
+    const double dx = static_cast<double>(end.x) - start.x;
+    const double dy = static_cast<double>(end.y) - start.y;
+    const double px = static_cast<double>(point.x) - start.x;
+    const double py = static_cast<double>(point.y) - start.y;
+    const double square = dx * dx + dy * dy;
+    const double along = square > 0.0 ? std::clamp((px * dx + py * dy) / square, 0.0, 1.0) : 0.0;
+    return std::hypot(px - along * dx, py - along * dy);
+}
+
+/// Whether each of the points, no two in a row of which are equal, is needed to stay within the
+/// tolerance.
+std::vector<bool> NeededPoints(const std::vector<tagPOINT> &points, double tolerance) {
+    std::vector<bool> isNeeded(points.size(), false);
+    isNeeded.front() = isNeeded.back() = true;
+    std::vector<std::pair<std::size_t, std::size_t>> open{{0, points.size() - 1}};
+    while (!open.empty()) {
+        const auto [first, last] = open.back();
+        open.pop_back();
+        std::size_t farthest = first;
+        double distance = tolerance;
+        for (std::size_t i = first + 1; i < last; ++i) {
+            const double each = DistanceFromSegment(points[i], points[first], points[last]);
+            if (each > distance) {
+                distance = each;
+                farthest = i;
+            }
+        }
+        if (farthest == first)
+            continue;
+        isNeeded[farthest] = true;
+        open.emplace_back(first, farthest);
+        open.emplace_back(farthest, last);
+    }
+    return isNeeded;
 }
 
 } // namespace
@@ -53,4 +93,20 @@ int CStdlib::GetCycleSegment(int cx, int cy, int radius, TavixArray::CPointArray
 int CStdlib::GetEllipseSegment(int cx, int cy, int radiusX, int radiusY,
                                TavixArray::CPointArray &points) {
     return tavix::RasterizeEllipse(cx, cy, radiusX, radiusY, 0.0, 360.0, points);
+}
+
+int CStdlib::FreePointTuning(TavixArray::CPointArray &points, double tolerance) {
+    const tagPOINT *const first = points.GetBufPtr();
+    std::vector<tagPOINT> drawn;
+    std::unique_copy(first, first + points.GetElementCount(), std::back_inserter(drawn),
+                     [](const tagPOINT &a, const tagPOINT &b) { return a.x == b.x && a.y == b.y; });
+    if (drawn.empty())
+        return 0;
+    const std::vector<bool> isNeeded = NeededPoints(drawn, std::max(0.0, tolerance));
+    points.RemoveAll();
+    for (std::size_t i = 0; i < drawn.size(); ++i) {
+        if (isNeeded[i])
+            points.Add(drawn[i]);
+    }
+    return points.GetElementCount();
 }

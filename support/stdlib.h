@@ -5,9 +5,12 @@
 #include "TAVIX20/platform/export.h"
 #include "TAVIX20/platform/geometry.h"
 
+#include <ctime>
 #include <utility>
+#include <vector>
 
 class CStringArray;
+class CVariant;
 
 namespace TavixArray {
 class CPointArray;
@@ -85,6 +88,11 @@ public:
     static int GetCycleSegment(int cx, int cy, int radius, TavixArray::CPointArray &points);
     static int GetEllipseSegment(int cx, int cy, int radiusX, int radiusY,
                                  TavixArray::CPointArray &points);
+    /// Makes a line drawn by hand plainer: drops points that repeat the one before, then those that
+    /// lie within the tolerance, in pixels, of the line through the others (Douglas and Peucker,
+    /// The Canadian Cartographer 10, 1973). The first and the last point stay, and the order;
+    /// returns how many are left. A tolerance below 0 counts as 0.
+    static int FreePointTuning(TavixArray::CPointArray &points, double tolerance = 1.0);
     static double PointToMM(double points);      ///< A point is 1/72 of 25.4 mm.
     static double MMToPoint(double millimetres); ///< The inverse.
 
@@ -111,6 +119,22 @@ public:
     static CString URLEncode(const char *text);
     /// The inverse; "+" becomes a blank. A "%" without two hexadecimal digits behind it stays.
     static CString URLDecode(const char *text);
+
+    /// Korean text in UTF-8, typed with the two-set keyboard layout, as the Latin keys that were
+    /// struck for it, syllables and single letters alike; all other bytes stay.
+    static CString KorToEng(const char *text);
+    /// The time of "YYYY-MM-DD HH:MM:SS", or with a "T" between (ISO 8601): local time unless a "Z"
+    /// or an offset follows. Without seconds the minute begins, without a time the day; -1 for what
+    /// is no such time.
+    static std::time_t StrToTimeObj(const char *text);
+
+    // Variants. A variant may hold the bytes of anything, zeros included, as its text.
+
+    static CString VarToString(const CVariant &value); ///< Its text.
+    /// Nothing is copied, and the variant is empty, for null and for a size below 1.
+    static CVariant BlobToVariant(const void *data, int size);
+    /// Replaces the blob by the bytes of the text; returns how many.
+    static int VariantToBlob(const CVariant &value, std::vector<unsigned char> &blob);
 
     // Numbers. decimals are counted behind the point, in the shortest text that reads back as the
     // number: 0.29 has the decimals 2 and 9. They are cut to 0 to 18 where they make a long.
@@ -155,6 +179,9 @@ public:
     /// Seconds from the last change of the second file to that of the first: positive when the
     /// first is newer. 0 when one is missing.
     static long GetFileTimeDiff(const char *first, const char *second);
+    /// The version of a shared library: what stands behind ".so." in the name of the file that the
+    /// path leads to, "1.2.3"; "" when there is no such file or name.
+    static CString GetFileVersion(const char *path);
     static int ExistFolder(const char *path); ///< 1 for a folder or a link to one.
     /// Makes the folder and those around it; 1 when it exists in the end.
     static int MakeFolder(const char *path);
@@ -187,4 +214,26 @@ public:
     static CString GetMyDocumentFolder();
     static CString GetMyMusicFolder();
     static CString GetMyPictureFolder();
+    static CString GetProgramFilesFolder(); ///< The folder of programs that are added: "/opt".
+    static CString GetSystemFolder();       ///< The folder of the system's C library.
+    static CString GetWindowsFolder();      ///< The folder of the system's own files: "/usr".
+    static CString GetWindowsFontFolder();  ///< The folder of the fonts of all users.
+    /// Numbers by which programs name folders; several stand for the functions above.
+    enum ShellFolder {
+        CSIDL_DESKTOP = 0x00,
+        CSIDL_PERSONAL = 0x05, ///< GetMyDocumentFolder.
+        CSIDL_MYMUSIC = 0x0D,
+        CSIDL_MYVIDEO = 0x0E,
+        CSIDL_DESKTOPDIRECTORY = 0x10,
+        CSIDL_FONTS = 0x14,
+        CSIDL_APPDATA = 0x1A,       ///< The user's settings of programs.
+        CSIDL_LOCAL_APPDATA = 0x1C, ///< The user's data of programs.
+        CSIDL_WINDOWS = 0x24,
+        CSIDL_SYSTEM = 0x25,
+        CSIDL_PROGRAM_FILES = 0x26,
+        CSIDL_MYPICTURES = 0x27,
+        CSIDL_PROFILE = 0x28 ///< The user's own folder.
+    };
+    /// The folder of a number above; "" for other numbers.
+    static CString GetShellFolder(int number);
 };

@@ -107,6 +107,16 @@ int CStdlib::RemoveFolder(const char *path) {
     return error ? 0 : 1;
 }
 
+CString CStdlib::GetFileVersion(const char *path) {
+    constexpr std::string_view mark = ".so.";
+    std::error_code error;
+    const std::string name = fs::canonical(PathFrom(path), error).filename().string();
+    const std::size_t found = name.rfind(mark);
+    const std::string version =
+        found != std::string::npos ? name.substr(found + mark.size()) : std::string();
+    return version.find_first_not_of("0123456789.") == std::string::npos ? version : CString();
+}
+
 int CStdlib::DeleteFiles(const char *pattern) {
     int deleted = 0;
     for (const fs::path &file : FilesMatching(pattern)) {

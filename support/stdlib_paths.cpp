@@ -10,6 +10,7 @@
 #include <filesystem>
 
 #include <dlfcn.h>
+#include <gnu/libc-version.h>
 #include <unistd.h>
 
 namespace fs = std::filesystem;
@@ -18,6 +19,15 @@ namespace {
 
 CString FolderOf(QStandardPaths::StandardLocation location) {
     return QFile::encodeName(QStandardPaths::writableLocation(location)).toStdString();
+}
+
+/// The folder of the library or program that holds this address.
+CString FolderAround(const void *inside) {
+    Dl_info library{};
+    std::error_code error;
+    if (dladdr(inside, &library) == 0 || !library.dli_fname)
+        return {};
+    return CString(fs::canonical(library.dli_fname, error).parent_path().string());
 }
 
 /// A name in the folder for temporary files for mkstemp and mkdtemp; "" for a prefix that leads to
@@ -61,12 +71,7 @@ CString CStdlib::GetInstancePath() {
 }
 
 CString CStdlib::GetDllPath() {
-    Dl_info library{};
-    const void *const inside = reinterpret_cast<const void *>(&CStdlib::GetDllPath);
-    std::error_code error;
-    if (dladdr(inside, &library) == 0 || !library.dli_fname)
-        return {};
-    return CString(fs::canonical(library.dli_fname, error).parent_path().string());
+    return FolderAround(reinterpret_cast<const void *>(&CStdlib::GetDllPath));
 }
 
 CString CStdlib::GetDesktopFolder() {
@@ -83,4 +88,52 @@ CString CStdlib::GetMyMusicFolder() {
 
 CString CStdlib::GetMyPictureFolder() {
     return FolderOf(QStandardPaths::PicturesLocation);
+}
+
+CString CStdlib::GetProgramFilesFolder() {
+    return "/opt";
+}
+
+CString CStdlib::GetSystemFolder() {
+    return FolderAround(gnu_get_libc_version()); // a text inside of the library
+}
+
+CString CStdlib::GetWindowsFolder() {
+    return "/usr";
+}
+
+CString CStdlib::GetWindowsFontFolder() {
+    return "/usr/share/fonts";
+}
+
+CString CStdlib::GetShellFolder(int number) {
+    switch (number) {
+    case CSIDL_DESKTOP:
+    case CSIDL_DESKTOPDIRECTORY:
+        return GetDesktopFolder();
+    case CSIDL_PERSONAL:
+        return GetMyDocumentFolder();
+    case CSIDL_MYMUSIC:
+        return GetMyMusicFolder();
+    case CSIDL_MYVIDEO:
+        return FolderOf(QStandardPaths::MoviesLocation);
+    case CSIDL_FONTS:
+        return GetWindowsFontFolder();
+    case CSIDL_APPDATA:
+        return FolderOf(QStandardPaths::GenericConfigLocation);
+    case CSIDL_LOCAL_APPDATA:
+        return FolderOf(QStandardPaths::GenericDataLocation);
+    case CSIDL_WINDOWS:
+        return GetWindowsFolder();
+    case CSIDL_SYSTEM:
+        return GetSystemFolder();
+    case CSIDL_PROGRAM_FILES:
+        return GetProgramFilesFolder();
+    case CSIDL_MYPICTURES:
+        return GetMyPictureFolder();
+    case CSIDL_PROFILE:
+        return FolderOf(QStandardPaths::HomeLocation);
+    default:
+        return {};
+    }
 }

@@ -4,8 +4,10 @@
 #include "TAVIX20/support/stdlib.h"
 #include "TAVIX20/support/text_number.h"
 #include "TAVIX20/support/text_view.h"
+#include "TAVIX20/support/variant.h"
 
 #include <QByteArray>
+#include <QDateTime>
 #include <QString>
 
 #include <algorithm>
@@ -104,4 +106,23 @@ int CStdlib::GetParseArgs(const char *commandLine, CStringArray &arguments) {
     }
     endArgument();
     return arguments.GetSize() - before;
+}
+
+std::time_t CStdlib::StrToTimeObj(const char *text) {
+    const QDateTime time = QDateTime::fromString(QString::fromUtf8(text), Qt::ISODate);
+    return time.isValid() ? time.toSecsSinceEpoch() : -1;
+}
+
+CString CStdlib::VarToString(const CVariant &value) {
+    return value.ToString();
+}
+
+CVariant CStdlib::BlobToVariant(const void *data, int size) {
+    return CString(static_cast<const char *>(data), size);
+}
+
+int CStdlib::VariantToBlob(const CVariant &value, std::vector<unsigned char> &blob) {
+    const std::string_view bytes = ViewOf(value.ToString());
+    blob.assign(bytes.begin(), bytes.end());
+    return value.ToString().GetLength();
 }

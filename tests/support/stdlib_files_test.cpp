@@ -71,6 +71,13 @@ TEST_F(CStdlibFilesTest, FilesAreLookedAt) {
     EXPECT_EQ(CStdlib::FileExist(nullptr) + CStdlib::ExistFolder("") + CStdlib::MakeFolder(""), 0);
     EXPECT_EQ(CStdlib::MakeFolder(At("four/sub")), 0);
     EXPECT_EQ(CStdlib::MakeFolder(At("a/b/")) + CStdlib::MakeFolder(At("a/b")), 2);
+    Write("lib.so.1.2");
+    EXPECT_EQ(CStdlib::CreateLink("lib.so.1.2", At("lib.so")), 1);
+    EXPECT_EQ(CStdlib::GetFileVersion(At("lib.so")), "1.2");
+    Write("lib.so.cfg");
+    EXPECT_EQ(CStdlib::GetFileVersion(At("lib.so.cfg")) + CStdlib::GetFileVersion(At("four")) +
+                  CStdlib::GetFileVersion(At("none")),
+              "");
     EXPECT_EQ(CStdlib::Zip(At("four"), At("zip")) + CStdlib::UnZip(At("four"), At("zip")), 0);
     EXPECT_EQ(CStdlib::FileExist(At("zip")), 0);
 
@@ -114,10 +121,18 @@ TEST_F(CStdlibFilesTest, PlacesAreAbsolute) {
     for (const CString &folder :
          {CStdlib::GetInstancePath(), CStdlib::GetDllPath(), CStdlib::GetTempFolder(),
           CStdlib::GetDesktopFolder(), CStdlib::GetMyDocumentFolder(), CStdlib::GetMyMusicFolder(),
-          CStdlib::GetMyPictureFolder()})
+          CStdlib::GetMyPictureFolder(), CStdlib::GetShellFolder(CStdlib::CSIDL_PROFILE),
+          CStdlib::GetShellFolder(CStdlib::CSIDL_APPDATA)})
         EXPECT_TRUE(folder[0] == '/' && folder.Right(1) != "/") << folder;
     EXPECT_EQ(CStdlib::FileExist(CStdlib::GetInstancePath() + "/test_support"), 1);
     EXPECT_EQ(CStdlib::GetFileCount(CStdlib::GetDllPath() + "/libTAVIX20.so"), 1);
+
+    EXPECT_GT(CStdlib::GetFileCount(CStdlib::GetSystemFolder() + "/libc.so*"), 0);
+    EXPECT_EQ(CStdlib::GetShellFolder(CStdlib::CSIDL_SYSTEM), CStdlib::GetSystemFolder());
+    EXPECT_EQ(CStdlib::GetShellFolder(CStdlib::CSIDL_PERSONAL), CStdlib::GetMyDocumentFolder());
+    EXPECT_EQ(CStdlib::GetWindowsFolder() + CStdlib::GetProgramFilesFolder() +
+                  CStdlib::GetWindowsFontFolder() + CStdlib::GetShellFolder(-1),
+              "/usr/opt/usr/share/fonts");
 
     const char *const set = getenv("TMPDIR");
     const std::string before = set ? set : "";

@@ -65,6 +65,30 @@ TEST(CStdlibTest, AnglesAndRotation) {
     EXPECT_EQ(CStdlib::MMToPoint(25.4), 72.0);
 }
 
+TEST(CStdlibTest, FreeLinesKeepTheirCorners) {
+    const struct {
+        std::vector<CPoint> drawn;
+        double tolerance;
+        std::vector<CPoint> tuned;
+    } cases[] = {{{}, 1, {}},
+                 {{{3, 3}, {3, 3}}, 1, {{3, 3}}},
+                 {{{0, 0}, {0, 0}, {5, 1}, {9, 0}, {10, 0}, {11, 5}, {10, 10}},
+                  1,
+                  {{0, 0}, {10, 0}, {10, 10}}},
+                 {{{0, 0}, {5, 1}, {10, 0}}, 0.5, {{0, 0}, {5, 1}, {10, 0}}},
+                 {{{0, 0}, {5, 5}, {10, 10}, {5, 5}}, -1, {{0, 0}, {10, 10}, {5, 5}}},
+                 {{{0, 0}, {6, 0}, {3, 4}, {0, 0}}, 1, {{0, 0}, {6, 0}, {3, 4}, {0, 0}}}};
+    for (const auto &[drawn, tolerance, tuned] : cases) {
+        TavixArray::CPointArray points;
+        for (const CPoint &point : drawn)
+            points.Add(point);
+        EXPECT_EQ(CStdlib::FreePointTuning(points, tolerance), static_cast<int>(tuned.size()));
+        ASSERT_EQ(points.GetElementCount(), static_cast<int>(tuned.size()));
+        for (int i = 0; i < points.GetElementCount(); ++i)
+            EXPECT_EQ(CPoint(points[i]), tuned[static_cast<std::size_t>(i)]) << i;
+    }
+}
+
 TEST(CStdlibTest, SegmentsAreAppended) {
     TavixArray::CPointArray points;
     points.Add(7, 7);

@@ -1,5 +1,6 @@
 #include "TAVIX20/platform/collections.h"
 #include "TAVIX20/support/stdlib.h"
+#include "TAVIX20/support/variant.h"
 
 #include <gtest/gtest.h>
 
@@ -87,6 +88,45 @@ TEST(CStdlibTest, TextIsConverted) {
     EXPECT_EQ(arguments[0] + "|" + arguments[1] + "|" + arguments[2] + "|" + arguments[3],
               "a|b cd||e ");
     EXPECT_EQ(CStdlib::GetParseArgs(nullptr, arguments), 0);
+}
+
+TEST(CStdlibTest, KoreanTextIsKeysAgain) {
+    const char *const cases[][2] = {
+        {"\uC548\uB155\uD558\uC138\uC694 1", "dkssudgktpdy 1"},
+        {"\uAC12\uC758\uBDC1\uD7A3", "rkqtdmlqnpfrglg"}, // the last is the last syllable of all
+        {"\u3131\u3133\u314E\u314F\u3158\u3163", "rrtgkhkl"},
+        {"\u3130\u3164\uABFF\uD7A4 Az", "\u3130\u3164\uABFF\uD7A4 Az"},
+        {"\xEA\xB0\xEA\xB0\x80\xB0\xED", "\xEA\xB0rk\xB0\xED"}, // no characters around one
+        {nullptr, ""}};
+    for (const auto &[text, keys] : cases)
+        EXPECT_EQ(CStdlib::KorToEng(text), keys);
+}
+
+TEST(CStdlibTest, TimesAndBlobs) {
+    const struct {
+        const char *text;
+        std::time_t time;
+    } cases[] = {{"1970-01-02T00:00:01Z", 86401},
+                 {"2000-03-01 01:00+01:00", 951868800},
+                 {"2001-02-29 00:00:00", -1},
+                 {"yesterday", -1},
+                 {nullptr, -1}};
+    for (const auto &[text, time] : cases)
+        EXPECT_EQ(CStdlib::StrToTimeObj(text), time) << (text ? text : "null");
+    std::tm local{};
+    local.tm_year = 101;
+    local.tm_mon = 6;
+    local.tm_mday = 4;
+    local.tm_isdst = -1;
+    EXPECT_EQ(CStdlib::StrToTimeObj("2001-07-04"), std::mktime(&local));
+
+    const CVariant variant = CStdlib::BlobToVariant("a\0b\xFF", 4);
+    std::vector<unsigned char> blob(9);
+    EXPECT_EQ(CStdlib::VariantToBlob(variant, blob), 4);
+    EXPECT_EQ(blob, (std::vector<unsigned char>{'a', 0, 'b', 0xFF}));
+    EXPECT_TRUE(CStdlib::BlobToVariant(nullptr, 4).IsEmpty());
+    EXPECT_TRUE(CStdlib::BlobToVariant("x", -4).IsEmpty());
+    EXPECT_EQ(CStdlib::VarToString(2.5), "2.5");
 }
 
 TEST(CStdlibTest, DecimalsAreThoseOfTheText) {
