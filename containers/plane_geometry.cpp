@@ -175,6 +175,16 @@ std::optional<tagPOINTD> CrossingOf(const SegmentPair &pair) {
                      pair.start1.y + along * static_cast<double>(way.y)};
 }
 
+double DistanceToSegment(const tagPOINT &point, const tagPOINT &a, const tagPOINT &b) {
+    const double dx = static_cast<double>(b.x) - a.x;
+    const double dy = static_cast<double>(b.y) - a.y;
+    const double px = static_cast<double>(point.x) - a.x;
+    const double py = static_cast<double>(point.y) - a.y;
+    const double square = dx * dx + dy * dy;
+    const double along = square > 0 ? std::clamp((px * dx + py * dy) / square, 0.0, 1.0) : 0.0;
+    return std::hypot(px - along * dx, py - along * dy);
+}
+
 void RotatePoint(double x, double y, double degrees, double cx, double cy, double *outX,
                  double *outY) {
     const double radians = degrees * 0.017453292519943295;

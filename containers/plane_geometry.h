@@ -40,6 +40,9 @@ bool SegmentsMeet(const SegmentPair &pair);
 /// and when they are parallel or one of them is a point.
 std::optional<tagPOINTD> CrossingOf(const SegmentPair &pair);
 
+/// From the point to the nearest point of the segment from a to b.
+double DistanceToSegment(const tagPOINT &point, const tagPOINT &a, const tagPOINT &b);
+
 /// (x, y) turned about (cx, cy); positive degrees turn clockwise as the picture is seen.
 void RotatePoint(double x, double y, double degrees, double cx, double cy, double *outX,
                  double *outY);

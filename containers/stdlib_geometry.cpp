@@ -21,16 +21,6 @@ int ToCoordinate(double value) {
         std::clamp(value, static_cast<double>(INT32_MIN), static_cast<double>(INT32_MAX)));
 }
 
-double DistanceFromSegment(const tagPOINT &point, const tagPOINT &start, const tagPOINT &end) {
-    const double dx = static_cast<double>(end.x) - start.x;
-    const double dy = static_cast<double>(end.y) - start.y;
-    const double px = static_cast<double>(point.x) - start.x;
-    const double py = static_cast<double>(point.y) - start.y;
-    const double square = dx * dx + dy * dy;
-    const double along = square > 0.0 ? std::clamp((px * dx + py * dy) / square, 0.0, 1.0) : 0.0;
-    return std::hypot(px - along * dx, py - along * dy);
-}
-
 /// Whether each of the points, no two in a row of which are equal, is needed to stay within the
 /// tolerance.
 std::vector<bool> NeededPoints(const std::vector<tagPOINT> &points, double tolerance) {
@@ -43,7 +33,7 @@ std::vector<bool> NeededPoints(const std::vector<tagPOINT> &points, double toler
         std::size_t farthest = first;
         double distance = tolerance;
         for (std::size_t i = first + 1; i < last; ++i) {
-            const double each = DistanceFromSegment(points[i], points[first], points[last]);
+            const double each = tavix::DistanceToSegment(points[i], points[first], points[last]);
             if (each > distance) {
                 distance = each;
                 farthest = i;

@@ -1,5 +1,6 @@
 #include "TAVIX20/display/draw_lines.h"
 
+#include "TAVIX20/containers/plane_geometry.h"
 #include "TAVIX20/display/object_canvas.h"
 #include "TAVIX20/display/object_geometry.h"
 #include "TAVIX20/display/object_keys.h"
@@ -17,7 +18,7 @@ constexpr double SHORT_MARK = 3.0;
 constexpr double LONG_MARK = 6.0;
 constexpr int MARKS_PER_LONG_MARK = 5;
 
-QPointF Direction(const QPointF &from, const QPointF &to) {
+QPointF UnitVector(const QPointF &from, const QPointF &to) {
     const double length = std::hypot(to.x() - from.x(), to.y() - from.y());
     return length > 0 ? (to - from) / length : QPointF(1.0, 0.0);
 }
@@ -103,7 +104,7 @@ void SegmentObj::ReadKey(const KeyEntry &entry) {
 
 void SegmentObj::DrawTick(ObjectCanvas &canvas, const QPointF &at, double halfLength) const {
     const QPointF along =
-        Direction(canvas.Position(m_anchor.x, m_anchor.y), canvas.Position(m_end.x, m_end.y));
+        UnitVector(canvas.Position(m_anchor.x, m_anchor.y), canvas.Position(m_end.x, m_end.y));
     const QPointF across(-along.y() * halfLength, along.x() * halfLength);
     canvas.Line(at - across, at + across, {m_colour, m_penWidth, PS_SOLID});
 }
@@ -167,7 +168,7 @@ void CDrawArrowLineObj::Draw(ObjectCanvas &canvas) const {
     const int width = std::min(m_penWidth, tavix::Pen::MAX_WIDTH);
     QPointF start = canvas.Centre(m_anchor, width);
     QPointF end = canvas.Centre(m_end, width);
-    const QPointF along = Direction(start, end);
+    const QPointF along = UnitVector(start, end);
     const QPointF across(-along.y(), along.x());
     const bool atEnd = (m_heads & HEAD_AT_END) != 0;
     const bool atStart = (m_heads & HEAD_AT_START) != 0;
@@ -238,7 +239,7 @@ void CDrawReticleLineObj::Draw(ObjectCanvas &canvas) const {
     canvas.Line(start, end, LinePen());
 
     const QPointF middle = (start + end) / 2.0;
-    const QPointF along = Direction(start, end);
+    const QPointF along = UnitVector(start, end);
     const double half = std::hypot(end.x() - start.x(), end.y() - start.y()) / 2.0;
     const double step = RoundStep((MARK_DISTANCE + m_penWidth - 1) / canvas.Zoom()) * canvas.Zoom();
     // Only the marks near the repainted part: the line may be of any length.

@@ -51,15 +51,4 @@ inline double Distance(const tagPOINT &a, const tagPOINT &b) {
     return std::hypot(static_cast<double>(b.x) - a.x, static_cast<double>(b.y) - a.y);
 }
 
-/// From the point to the nearest point of the segment.
-inline double DistanceToSegment(const tagPOINT &point, const tagPOINT &a, const tagPOINT &b) {
-    const double dx = static_cast<double>(b.x) - a.x;
-    const double dy = static_cast<double>(b.y) - a.y;
-    const double px = static_cast<double>(point.x) - a.x;
-    const double py = static_cast<double>(point.y) - a.y;
-    const double square = dx * dx + dy * dy;
-    const double along = square > 0 ? std::clamp((px * dx + py * dy) / square, 0.0, 1.0) : 0.0;
-    return std::hypot(px - along * dx, py - along * dy);
-}
-
 } // namespace tavix
