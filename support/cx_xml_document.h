@@ -14,11 +14,11 @@ class CxMemFile;
 /// far. Some things are refused as a whole, with error 15, because they would exhaust the stack or
 /// take forever: elements nested deeper than MAX_DEPTH, which take less than 1 MB of stack, and
 /// more than MAX_ATTRIBUTES attributes of one element; also texts in which the numbers of elements
-/// around each node come to more than a thousand million in sum, or the squares of the numbers of
-/// attributes that elements have beyond 100. Texts of 2 GB and more are refused as if memory had
-/// run out. Trees that programs build may have any depth; they are copied, written and deleted
-/// without recursion, except that nodes of classes that programs derive from ours print and clone
-/// what is below them.
+/// around each node come to more than 500 million in sum, or the squares of the numbers of
+/// attributes that elements have beyond 100 to twice as much. Texts of 2 GB and more are refused as
+/// if memory had run out. Trees that programs build may have any depth; they are copied, written
+/// and deleted without recursion, except that nodes of classes that programs derive from ours print
+/// and clone what is below them.
 class TAVIX_API CxXmlDocument : public CxXmlNode {
 public:
     static constexpr int MAX_DEPTH = 4000;

@@ -46,7 +46,7 @@ constexpr std::size_t XML_PADDING = 8;
 /// What the parser does per node grows with the elements around it, and per attribute with those
 /// before it: as many steps up, and as many comparisons beyond the first FEW_ATTRIBUTES of each
 /// element, may be needed for a text as a whole.
-constexpr std::uint64_t MAX_STEPS_UP = 1'000'000'000;
+constexpr std::uint64_t MAX_STEPS_UP = 500'000'000;
 constexpr std::uint64_t MAX_COMPARISONS = 500'000'000;
 constexpr std::size_t FEW_ATTRIBUTES = 100;
 
