@@ -140,8 +140,6 @@ public:
     void Undo();
     /// Sets this view's own tool number, an internal identifier.
     void SetToolNumber(int id) { m_tool = id; }
-    /// Whether a tool is the current one of this view and of the process.
-    bool IsCurrentTool(int id) const;
     void SetToolCursor(const QCursor &cursor);
     void TakeFocus();
     void ScrollTo(CPoint position);
@@ -229,6 +227,7 @@ private:
     bool HandleToolMessage(QEvent &event);
     void RoisChanged();
     void UpdateStripes();
+    bool HasStroke() const;
     bool IsStripeTick(const QPainter &painter);
     void PaintStripes(QPainter &painter, const QRect &visible) const;
     void AskForRoiFileToOpen();

@@ -43,10 +43,6 @@ void CTavixView::Undo() {
         ToolRegistry::Instance().Current()->OnUndo(*this);
 }
 
-bool CTavixView::IsCurrentTool(int id) const {
-    return m_tool == id && ToolState::Shared().currentTool == id;
-}
-
 /// The global current tool, which may be none, while it is this view's; else the select tool.
 CDrawTool *CTavixView::OwnTool() const {
     const ToolRegistry &registry = ToolRegistry::Instance();
@@ -85,12 +81,17 @@ bool CTavixView::TellToolOfMove(const QMouseEvent &event, CPoint point) {
     return TellTool(OwnTool(), &CDrawTool::OnMouseMove, event, point);
 }
 
+/// Whether the tool has something to draw.
+bool CTavixView::HasStroke() const {
+    const CDrawTool *const tool = OwnTool();
+    return tool && tool->HasStrokeIn(*this);
+}
+
 void CTavixView::PaintTool(QPainter &painter) {
-    CDrawTool *const tool = OwnTool();
-    if (!tool)
+    if (!HasStroke())
         return;
     painter.save();
-    tool->OnDraw(*this, painter);
+    OwnTool()->OnDraw(*this, painter);
     painter.restore();
 }
 

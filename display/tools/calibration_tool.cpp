@@ -52,9 +52,17 @@ void CCalibrationTool::Take(CTavixView &view, CPoint point, const std::vector<PO
     view.RaiseStatusChanged();
 }
 
+bool CCalibrationTool::IsAskedIn(const CTavixView &view) const {
+    return !m_asked.empty() && m_view == &view;
+}
+
+bool CCalibrationTool::HasStrokeIn(const CTavixView &view) const {
+    return IsAskedIn(view) || DragMeasureTool::HasStrokeIn(view);
+}
+
 // The line stays while its length is asked for.
 void CCalibrationTool::OnDraw(CTavixView &view, QPainter &painter) {
-    if (!m_asked.empty() && m_view == &view)
+    if (IsAskedIn(view))
         DrawLive(view, painter, m_asked);
     else
         DragMeasureTool::OnDraw(view, painter);

@@ -20,6 +20,7 @@ public:
     /// Replaces the question, which is a dialog at first; null brings the dialog back.
     void SetAsk(Ask ask);
 
+    bool HasStrokeIn(const CTavixView &view) const override;
     void OnDraw(CTavixView &view, QPainter &painter) override;
 
 protected:
@@ -28,6 +29,7 @@ protected:
 
 private:
     void DropStroke() override { m_asked.clear(); }
+    bool IsAskedIn(const CTavixView &view) const;
 
     Ask m_ask;
     std::vector<POINT> m_asked; ///< The line whose length is being asked for; else empty.

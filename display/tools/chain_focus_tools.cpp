@@ -16,54 +16,47 @@ constexpr int PEN_WIDTH = 2;
 
 void ChainFocusTool::OnLButtonDown(CTavixView &view, unsigned flags, CPoint point) {
     PanningTool::OnLButtonDown(view, flags, point);
-    if (m_points.size() < MOST_POINTS)
-        m_points.push_back(view.Transform().ClientToImage(point));
-    view.Repaint();
+    if (!m_chain.IsIn(view) || m_chain.Points().size() < MOST_POINTS)
+        m_chain.Add(view, view.Transform().ClientToImage(point));
 }
 
 void ChainFocusTool::OnMouseMove(CTavixView &view, unsigned flags, CPoint point) {
     PanningTool::OnMouseMove(view, flags, point);
-    if (!m_points.empty())
+    if (m_chain.IsIn(view))
         view.Repaint();
 }
 
 void ChainFocusTool::OnUndo(CTavixView &view) {
-    if (!m_points.empty())
-        m_points.pop_back();
-    if (m_points.empty())
+    m_chain.DropLast();
+    if (m_chain.IsEmpty())
         OnReset(view);
-    view.Repaint();
 }
 
 void ChainFocusTool::OnSendResult(CTavixView &view) {
-    TavixArray::CPointArray result{std::span<const POINT>(m_points)};
+    const std::vector<POINT> &points = m_chain.Points();
+    TavixArray::CPointArray result{std::span<const POINT>(points)};
     CPoint last;
-    if (!m_points.empty()) {
-        last = m_points.back();
-        result.Add(m_points.front());
+    if (!points.empty()) {
+        last = points.back();
+        result.Add(points.front());
     }
-    const QPointer<CTavixView> alive(&view);
-    Finish(view, last, result);
-    if (!alive)
-        return m_points.clear();
-    OnReset(view);
-    view.Repaint();
+    if (Finish(view, last, result))
+        OnReset(view);
+    else
+        m_chain.Clear();
 }
 
 void ChainFocusTool::OnReset(CTavixView &) {
-    m_points.clear();
+    m_chain.Clear();
 }
 
 void ChainFocusTool::OnDraw(CTavixView &view, QPainter &painter) {
-    if (m_points.empty() || !view.IsCurrentTool(Id()))
-        return;
     QPolygon chain;
-    for (const POINT &point : m_points) {
+    for (const POINT &point : m_chain.Points()) {
         const CPoint client = view.Transform().ImageToClient(point);
         chain << QPoint(client.x, client.y);
     }
-    if (State().view == &view)
-        chain << QPoint(State().last.x, State().last.y);
+    chain << QPoint(State().last.x, State().last.y);
     painter.setPen(QPen(Qt::green, PEN_WIDTH));
     painter.drawPolyline(chain);
 }

@@ -1,9 +1,10 @@
 /// CPolylineFocusTool and CPolygonFocusTool: a chain of clicks.
 #pragma once
 
+#include "TAVIX20/display/tools/click_chain.h"
 #include "TAVIX20/display/tools/panning_tool.h"
 
-#include <vector>
+#include <cstddef>
 
 /// Each click adds an image point, up to 1,000; clicks beyond are dropped. The host finishes the
 /// chain with SendToolResult and takes the last point back with Undo. The result of both tools ends
@@ -19,10 +20,11 @@ public:
     void OnUndo(CTavixView &view) override;
     void OnSendResult(CTavixView &view) override;
     void OnReset(CTavixView &view) override;
+    bool HasStrokeIn(const CTavixView &view) const override { return m_chain.IsIn(view); }
     void OnDraw(CTavixView &view, QPainter &painter) override;
 
 private:
-    std::vector<POINT> m_points; ///< Image coordinates.
+    tavix::ClickChain m_chain;
 };
 
 class CPolylineFocusTool : public ChainFocusTool {

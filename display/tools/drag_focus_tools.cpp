@@ -32,8 +32,8 @@ void DragFocusTool::OnMouseMove(CTavixView &view, unsigned flags, CPoint point) 
         view.Repaint();
 }
 
-void DragFocusTool::OnDraw(CTavixView &view, QPainter &painter) {
-    if (!IsDragIn(view) || IsTooShort(State().last))
+void DragFocusTool::OnDraw(CTavixView &, QPainter &painter) {
+    if (IsTooShort(State().last))
         return;
     painter.setCompositionMode(QPainter::CompositionMode_Difference); // White inverts.
     painter.setPen(QPen(Qt::white, 1));

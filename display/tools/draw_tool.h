@@ -59,7 +59,9 @@ public:
     virtual void OnReserved() {} ///< Keeps its place among the operations; does nothing.
     virtual void OnUndo(CTavixView &) {}
     virtual void OnSendResult(CTavixView &) {}
-    /// Draws the tool's feedback; called for every view as it paints.
+    /// Whether something is under way in the view that OnDraw shows: by default a drag.
+    virtual bool HasStrokeIn(const CTavixView &view) const { return IsDragIn(view); }
+    /// Draws the tool's feedback over a view in which it has a stroke.
     virtual void OnDraw(CTavixView &, QPainter &) {}
     /// Forgets the points collected; called when the tool is left and when it is entered.
     virtual void OnReset(CTavixView &) {}

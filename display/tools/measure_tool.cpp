@@ -7,7 +7,6 @@
 #include <QPainter>
 
 #include <span>
-#include <utility>
 
 // What all of them share
 
@@ -50,7 +49,7 @@ void DragMeasureTool::OnLButtonUp(CTavixView &view, unsigned flags, CPoint point
 }
 
 void DragMeasureTool::OnDraw(CTavixView &view, QPainter &painter) {
-    if (IsDragIn(view) && IsStroke(State().last))
+    if (IsStroke(State().last))
         DrawLive(view, painter, PointsTo(view, State().last));
 }
 
@@ -74,28 +73,19 @@ std::vector<POINT> DragMeasureTool::PointsTo(const CTavixView &view, CPoint poin
 
 void ChainMeasureTool::OnLButtonDown(CTavixView &view, unsigned flags, CPoint point) {
     MeasureTool::OnLButtonDown(view, flags, point);
-    if (std::exchange(m_view, &view) != &view)
-        m_points.clear();
-    if (m_points.size() < MOST_POINTS)
-        m_points.push_back(view.Transform().ClientToImage(point));
-    view.Repaint();
+    if (!m_chain.IsIn(view) || m_chain.Points().size() < MOST_POINTS)
+        m_chain.Add(view, view.Transform().ClientToImage(point));
 }
 
 // The first click of a double click has added its point already.
 void ChainMeasureTool::OnLButtonDblClk(CTavixView &view, unsigned, CPoint point) {
-    if (m_view != &view)
-        return;
-    const std::vector<POINT> points = std::exchange(m_points, {});
-    view.Repaint();
+    const std::vector<POINT> points = m_chain.Take(view);
     if (points.size() >= m_leastPoints)
         Measure(view, point, points);
 }
 
 void ChainMeasureTool::OnSendResult(CTavixView &view) {
-    std::vector<POINT> points;
-    if (m_view == &view)
-        points = std::exchange(m_points, {});
-    view.Repaint();
+    const std::vector<POINT> points = m_chain.Take(view);
     const CPoint last = points.empty() ? CPoint() : CPoint(points.back());
     if (points.size() >= m_leastPoints)
         Measure(view, last, points);
@@ -104,9 +94,7 @@ void ChainMeasureTool::OnSendResult(CTavixView &view) {
 }
 
 void ChainMeasureTool::OnDraw(CTavixView &view, QPainter &painter) {
-    if (m_points.empty() || m_view != &view || !view.IsCurrentTool(Id()))
-        return;
-    std::vector<POINT> points = m_points;
+    std::vector<POINT> points = m_chain.Points();
     if (points.size() < MOST_POINTS)
         points.push_back(view.Transform().ClientToImage(State().last));
     DrawLive(view, painter, points);

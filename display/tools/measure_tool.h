@@ -1,6 +1,7 @@
 /// MeasureTool: what the tools that measure the picture have in common.
 #pragma once
 
+#include "TAVIX20/display/tools/click_chain.h"
 #include "TAVIX20/display/tools/stroke_tool.h"
 
 #include <memory>
@@ -64,13 +65,12 @@ public:
     void OnLButtonDown(CTavixView &view, unsigned flags, CPoint point) override;
     void OnLButtonDblClk(CTavixView &view, unsigned flags, CPoint point) override;
     void OnSendResult(CTavixView &view) override;
+    bool HasStrokeIn(const CTavixView &view) const override { return m_chain.IsIn(view); }
     void OnDraw(CTavixView &view, QPainter &painter) override;
 
 private:
-    bool IsStrokeUnderWay() const override { return !m_points.empty(); }
-    void DropStroke() override { m_points.clear(); }
+    void DropStroke() override { m_chain.Clear(); }
 
     const std::size_t m_leastPoints;
-    std::vector<POINT> m_points; ///< Image coordinates.
-    QPointer<CTavixView> m_view; ///< Where the clicks were.
+    tavix::ClickChain m_chain;
 };

@@ -14,6 +14,7 @@
 namespace {
 
 constexpr int PEN_WIDTH = 2;
+constexpr std::size_t LEAST_CORNERS = 3;
 
 /// The outline as it is drawn in the making: legible on bright and dark pictures.
 void DrawStroke(QPainter &painter, const QPolygon &line) {
@@ -64,8 +65,6 @@ void BoxRoiTool::OnLButtonUp(CTavixView &view, unsigned flags, CPoint point) {
 }
 
 void BoxRoiTool::OnDraw(CTavixView &view, QPainter &painter) {
-    if (!IsDragIn(view))
-        return;
     const tavix::ViewTransform &transform = view.Transform();
     std::vector<POINT> outline = OutlineBetween(transform.ClientToImage(State().press),
                                                 transform.ClientToImage(State().last));
@@ -108,13 +107,12 @@ std::vector<POINT> CROIEllipseTool::OutlineBetween(CPoint from, CPoint to) const
 void CROIPolygonTool::OnLButtonDown(CTavixView &view, unsigned flags, CPoint point) {
     GuidedRoiTool::OnLButtonDown(view, flags, point);
     const tavix::ViewTransform &transform = view.Transform();
-    if (m_corners.size() >= 3) {
-        const CSize way = point - transform.ImageToClient(m_corners.front());
+    if (m_corners.IsIn(view) && m_corners.Points().size() >= LEAST_CORNERS) {
+        const CSize way = point - transform.ImageToClient(m_corners.Points().front());
         if (std::abs(way.cx) < CLICK_REACH && std::abs(way.cy) < CLICK_REACH)
             return Close(view);
     }
-    m_corners.push_back(transform.ClientToImage(point));
-    view.Repaint();
+    m_corners.Add(view, transform.ClientToImage(point));
 }
 
 // The first click of a double click has added its corner already.
@@ -127,17 +125,15 @@ void CROIPolygonTool::OnSendResult(CTavixView &view) {
 }
 
 void CROIPolygonTool::Close(CTavixView &view) {
-    const std::vector<POINT> corners = std::exchange(m_corners, {});
-    view.Repaint();
-    if (corners.size() >= 3)
+    const std::vector<POINT> corners = m_corners.Take(view);
+    if (corners.size() >= LEAST_CORNERS)
         view.AddRoiStroke(corners);
 }
 
 void CROIPolygonTool::OnDraw(CTavixView &view, QPainter &painter) {
-    if (m_corners.empty() || !view.IsCurrentTool(Id()) || State().view != &view)
-        return;
-    DrawStroke(painter, ToClient(view, m_corners) << QPoint(State().last.x, State().last.y));
-    const CPoint first = view.Transform().ImageToClient(m_corners.front());
+    DrawStroke(painter, ToClient(view, m_corners.Points())
+                            << QPoint(State().last.x, State().last.y));
+    const CPoint first = view.Transform().ImageToClient(m_corners.Points().front());
     painter.setPen(QPen(Qt::green, 1));
     painter.setBrush(Qt::black);
     painter.drawRect(first.x - CLICK_REACH, first.y - CLICK_REACH, 2 * CLICK_REACH,
@@ -191,6 +187,5 @@ void CROIFreelineTool::RepaintMove(CTavixView &view) {
 }
 
 void CROIFreelineTool::OnDraw(CTavixView &view, QPainter &painter) {
-    if (IsDragIn(view))
-        m_line.Draw(painter, m_path, view.Transform(), view.viewport()->size());
+    m_line.Draw(painter, m_path, view.Transform(), view.viewport()->size());
 }

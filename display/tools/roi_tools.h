@@ -2,6 +2,7 @@
 /// adds one element to the view's regions; the tool stays current.
 #pragma once
 
+#include "TAVIX20/display/tools/click_chain.h"
 #include "TAVIX20/display/tools/growing_line.h"
 #include "TAVIX20/display/tools/stroke_tool.h"
 
@@ -56,14 +57,14 @@ public:
     void OnLButtonDown(CTavixView &view, unsigned flags, CPoint point) override;
     void OnLButtonDblClk(CTavixView &view, unsigned flags, CPoint point) override;
     void OnSendResult(CTavixView &view) override;
+    bool HasStrokeIn(const CTavixView &view) const override { return m_corners.IsIn(view); }
     void OnDraw(CTavixView &view, QPainter &painter) override;
 
 private:
-    bool IsStrokeUnderWay() const override { return !m_corners.empty(); }
-    void DropStroke() override { m_corners.clear(); }
+    void DropStroke() override { m_corners.Clear(); }
     void Close(CTavixView &view);
 
-    std::vector<POINT> m_corners; ///< Image coordinates.
+    tavix::ClickChain m_corners;
 };
 
 /// The path of a drag, closed by the straight way back.

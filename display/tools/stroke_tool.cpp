@@ -5,7 +5,7 @@
 void StrokeTool::OnMouseMove(CTavixView &view, unsigned, CPoint point) {
     State().last = point;
     view.SetToolCursor(Qt::CrossCursor);
-    if (IsStrokeUnderWay())
+    if (HasStrokeIn(view))
         RepaintMove(view);
 }
 
@@ -25,7 +25,7 @@ void StrokeTool::OnCancel(CTavixView &view) {
 }
 
 bool StrokeTool::OnEscape(CTavixView &view) {
-    if (IsStrokeUnderWay()) {
+    if (HasStrokeIn(view)) {
         view.ReleaseMouse();
         OnReset(view);
     } else {

@@ -15,7 +15,6 @@ public:
     bool OnEscape(CTavixView &view) override;
 
 protected:
-    virtual bool IsStrokeUnderWay() const { return State().isDragging; }
     virtual void DropStroke() {}
     /// Schedules a repaint of what a move has changed of the stroke: by default all there is.
     virtual void RepaintMove(CTavixView &view);

@@ -198,6 +198,25 @@ TEST_F(RoiToolTest, AFreeLineGrowsOnTheScreen) {
     EXPECT_EQ(Grab(window), before);
 }
 
+TEST_F(RoiToolTest, CornersBelongToTheWindowTheyWereClickedIn) {
+    ShowPicture(1.0);
+    CTavixWnd other;
+    ShowOther(other);
+    for (const _TOOL_TYPE tool : {TOOL_TYPE_ROI_POLYGON, TOOL_TYPE_POLYLINE_FOCUS}) {
+        window.Tool(tool);
+        other.Tool(tool);
+        const QImage empty = Grab(other);
+        Click(90, 10);
+        Click(10, 70);
+        EXPECT_EQ(Grab(other), empty) << tool;
+        for (const QPoint &corner : {QPoint(20, 20), QPoint(30, 20), QPoint(20, 30)})
+            ClickIn(other, corner);
+        other.SendToolResult();
+    }
+    EXPECT_EQ(other.GetRoiToPixelCount(), 55); // 10 + 9 + ... + 1.
+    EXPECT_EQ(window.IsRoiContext(), 0);
+}
+
 TEST_F(RoiToolTest, FilesHaveTheseBytesAndComeBack) {
     ShowPicture(1.0);
     const std::string path = Path("a.roix");

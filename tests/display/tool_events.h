@@ -69,6 +69,19 @@ protected:
         Release(to.x(), to.y());
     }
 
+    /// Another window with the same picture at the zoom 1.
+    static void ShowOther(CTavixWnd &other) {
+        other.resize(100, 80);
+        other.show();
+        const CTavixImage8 image = Noise(100, 80);
+        other.SetImage(&image);
+        other.Zoom(1.0);
+    }
+    static void ClickIn(CTavixWnd &target, QPoint point) {
+        Send(target, QEvent::MouseButtonPress, point, Qt::LeftButton, Qt::LeftButton);
+        Send(target, QEvent::MouseButtonRelease, point, Qt::LeftButton, Qt::NoButton);
+    }
+
     static inline std::vector<ToolResult> results;
     static inline int statusChanges = 0;
 };
