@@ -120,12 +120,10 @@ void CTavixView::ShowPixelGrid(bool show) {
 }
 
 void CTavixView::Repaint() {
-    m_needsRepaint = true;
     viewport()->update();
 }
 
 void CTavixView::RepaintPart(const QRect &part) {
-    m_needsRepaint = true;
     viewport()->update(part);
 }
 
@@ -197,7 +195,6 @@ void CTavixView::paintEvent(QPaintEvent *event) {
     }
     if (m_showCrossLine)
         PaintCrossLine(painter);
-    m_needsRepaint = false;
 }
 
 /// The picture with what belongs to its pixels, and the background around it.

@@ -228,7 +228,7 @@ private:
     void RoisChanged();
     void UpdateStripes();
     bool HasStroke() const;
-    bool IsStripeTick(const QPainter &painter);
+    bool IsStripeTick(const QPainter &painter) const;
     void PaintStripes(QPainter &painter, const QRect &visible) const;
     void AskForRoiFileToOpen();
     void AskForRoiFileToSave();
@@ -240,7 +240,6 @@ private:
     tavix::RoiStripes m_stripes;
     QBasicTimer m_stripeTimer;            ///< Runs while there are elements.
     bool m_isStripeTick = false;          ///< A paint is under way only for the stripes' next step.
-    bool m_needsRepaint = true;           ///< More than that may have changed since the last paint.
     int m_roiMode = 0;                    ///< A _ROI_TOOL_MODE.
     std::unique_ptr<CTavixImage> m_image; ///< Null while nothing is shown.
     tavix::ViewTransform m_transform;

@@ -163,21 +163,6 @@ void CTavixView::mouseDoubleClickEvent(QMouseEvent *event) {
 }
 
 bool CTavixView::viewportEvent(QEvent *event) {
-    switch (event->type()) {
-    case QEvent::Paint:
-    case QEvent::Enter:
-    case QEvent::Leave:
-    case QEvent::MouseMove:
-    case QEvent::MouseButtonPress:
-    case QEvent::MouseButtonRelease:
-    case QEvent::MouseButtonDblClick:
-    case QEvent::HoverMove:
-    case QEvent::CursorChange:
-    case QEvent::ToolTip:
-        break;
-    default: // Of these Qt itself asks for no paint; of others it may.
-        m_needsRepaint = true;
-    }
     const bool handled = QAbstractScrollArea::viewportEvent(event);
     if (event->type() == QEvent::Leave) {
         m_cursor.reset();

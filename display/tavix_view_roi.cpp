@@ -7,12 +7,14 @@
 #include "TAVIX20/display/tool_types.h"
 
 #include <QBackingStore>
+#include <QCoreApplication>
 #include <QFile>
 #include <QFileDialog>
 #include <QPaintEngine>
 #include <QPainter>
 #include <QTimerEvent>
 
+#include <algorithm>
 #include <memory>
 #include <new>
 #include <utility>
@@ -35,6 +37,25 @@ QString AskForPath(QWidget *parent, const char *title, QFileDialog::AcceptMode m
     const QPointer<QWidget> alive(parent);
     const bool isAccepted = dialog.exec() == QDialog::Accepted;
     return isAccepted && alive ? dialog.selectedFiles().value(0) : QString();
+}
+
+/// Whether the part of the widget shows, or may show, others that are drawn over it.
+bool IsCovered(const QWidget &widget, QRect part) {
+    const auto reachesInto = [&part](const QObject *object) {
+        const auto *const other = qobject_cast<const QWidget *>(object);
+        return other && !other->isWindow() && other->isVisible() &&
+               other->geometry().intersects(part);
+    };
+    if (std::ranges::any_of(widget.children(), reachesInto))
+        return true;
+    for (const QWidget *below = &widget; !below->isWindow(); below = below->parentWidget()) {
+        part.translate(below->pos());
+        const QObjectList &siblings = below->parentWidget()->children(); // The lowest one first.
+        if (std::any_of(siblings.rbegin(), std::find(siblings.rbegin(), siblings.rend(), below),
+                        reachesInto))
+            return true;
+    }
+    return false;
 }
 
 } // namespace
@@ -90,17 +111,22 @@ void CTavixView::timerEvent(QTimerEvent *event) {
     if (event->timerId() != m_stripeTimer.timerId())
         return QAbstractScrollArea::timerEvent(event);
     m_stripes.Advance();
+    const QRect stripes = QRect(m_rois.ClientBounds()) & viewport()->rect();
+    if (HasStroke() || IsCovered(*viewport(), stripes))
+        return viewport()->update(stripes);
+    // Whatever else is due is painted first. A paint at once is then for the stripes alone.
+    QEvent update(QEvent::UpdateRequest);
+    QCoreApplication::sendEvent(window(), &update);
     m_isStripeTick = true;
-    viewport()->update(QRect(m_rois.ClientBounds()) & viewport()->rect());
+    viewport()->repaint(stripes);
+    m_isStripeTick = false;
 }
 
 /// A tick of the stripes changes nothing but their pixels, which are drawn over those of the last
-/// one. That is enough where the window still shows what was painted last, and nothing is drawn
-/// over the stripes that a second drawing would change.
-bool CTavixView::IsStripeTick(const QPainter &painter) {
-    const bool isTick = std::exchange(m_isStripeTick, false);
+/// one. That is enough where the paint goes to the window, which still shows what was painted last.
+bool CTavixView::IsStripeTick(const QPainter &painter) const {
     QBackingStore *const screen = viewport()->backingStore();
-    return isTick && !m_needsRepaint && !IsMouseCaptured() && screen &&
+    return m_isStripeTick && screen &&
            painter.paintEngine()->paintDevice() == screen->paintDevice();
 }
 

@@ -5,9 +5,13 @@
 #include "TAVIX20/display/tools/tool_registry.h"
 #include "TAVIX20/platform/region.h"
 
+#include <QLabel>
+#include <QScreen>
 #include <QTemporaryDir>
+#include <QTimerEvent>
 
 #include <fstream>
+#include <functional>
 #include <iterator>
 
 namespace {
@@ -215,6 +219,67 @@ TEST_F(RoiToolTest, CornersBelongToTheWindowTheyWereClickedIn) {
     }
     EXPECT_EQ(other.GetRoiToPixelCount(), 55); // 10 + 9 + ... + 1.
     EXPECT_EQ(window.IsRoiContext(), 0);
+}
+
+/// What a host may have drawn over the stripes, or have drawn there before, stays as it is and goes
+/// when it goes while the stripes march.
+TEST_F(RoiToolTest, MarchingStripesLeaveTheRestOfTheScreenAsItIs) {
+    ShowPicture(1.0);
+    QLabel label("25 fps", &window);
+    label.setGeometry(30, 30, 40, 20);
+    label.hide();
+    Write(Path("a.roix"), "<R><ImageSize>1,1</ImageSize><RoiElements><Element>"
+                          "<Points>5,5;95,5;95,75;5,75;</Points></Element></RoiElements></R>");
+    ASSERT_EQ(window.RoiFileOpen(Path("a.roix").c_str()), 1);
+    const auto screen = [this](QRect part) {
+        QCoreApplication::processEvents();
+        return window.screen()->grabWindow(window.winId()).toImage().copy(part);
+    };
+    const auto march = [this] {
+        for (int id = 1; id < 16; ++id) { // The timer's, whichever it is.
+            QTimerEvent tick(id);
+            QCoreApplication::sendEvent(&ViewOf(window), &tick);
+        }
+    };
+    const QRect inside(10, 10, 80, 60);
+    const QRect edge(0, 5, 100, 1);
+    const QImage plain = screen(inside);
+    struct Case {
+        const char *name;
+        std::function<void()> come;
+        std::function<void()> go;
+    };
+    const auto styled = [&](const char *style) {
+        return [&label, style] {
+            label.setStyleSheet(style);
+            label.show();
+            QCoreApplication::processEvents(); // The style, then the paint.
+        };
+    };
+    const auto chain = [this] {
+        Click(20, 60);
+        Move(60, 40);
+    };
+    window.Tool(TOOL_TYPE_MEASURE_POLYLINE);
+    const Case cases[] = {
+        {"translucent", styled("background: rgba(255, 0, 0, 40)"), [&] { label.hide(); }},
+        {"opaque", styled("background: red"), [&] { label.hide(); }},
+        {"between two clicks", chain, [this] { window.Tool(TOOL_TYPE_SELECT); }},
+        {"nothing", [] {}, [] {}},
+    };
+    for (const Case &test : cases) {
+        test.come();
+        const QImage before = screen(inside);
+        const QImage stripes = screen(edge);
+        for (int i = 0; i < 3; ++i) {
+            march();
+            EXPECT_EQ(screen(inside), before) << test.name;
+        }
+        EXPECT_NE(screen(edge), stripes) << test.name;
+        test.go();
+        march(); // Before the window is painted without it.
+        EXPECT_EQ(screen(inside), plain) << test.name;
+    }
 }
 
 TEST_F(RoiToolTest, FilesHaveTheseBytesAndComeBack) {
