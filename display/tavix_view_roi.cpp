@@ -15,6 +15,7 @@
 #include <QTimerEvent>
 
 #include <algorithm>
+#include <functional>
 #include <memory>
 #include <new>
 #include <utility>
@@ -23,20 +24,25 @@ namespace {
 
 constexpr int STRIPE_STEP = 200; ///< Milliseconds.
 constexpr const char *GUIDE_NAME = "TOOL_CROSS_LINE";
+constexpr const char *OPEN_TITLE = "Open ROI File";
+constexpr const char *SAVE_TITLE = "Save ROI File";
 constexpr const char *FILE_FILTER = "ROI Files (*.roix)";
 constexpr const char *FILE_SUFFIX = "roix";
 constexpr COLORREF GUIDE_COLOUR = 0x00FF00;
 
-/// The path that the user chooses; empty when the dialog is cancelled.
-QString AskForPath(QWidget *parent, const char *title, QFileDialog::AcceptMode mode) {
-    QFileDialog dialog(parent, title, QString(), FILE_FILTER);
-    dialog.setAcceptMode(mode);
-    dialog.setFileMode(mode == QFileDialog::AcceptOpen ? QFileDialog::ExistingFile
-                                                       : QFileDialog::AnyFile);
-    dialog.setDefaultSuffix(FILE_SUFFIX);
-    const QPointer<QWidget> alive(parent);
-    const bool isAccepted = dialog.exec() == QDialog::Accepted;
-    return isAccepted && alive ? dialog.selectedFiles().value(0) : QString();
+/// Opens a dialog for a path, which is used when the user has chosen one. The view may be destroyed
+/// meanwhile, and by the use.
+void AskForPath(QWidget *view, const char *title, QFileDialog::AcceptMode mode,
+                std::function<void(const QString &)> use) {
+    auto *const dialog = new QFileDialog(view, title, QString(), FILE_FILTER);
+    dialog->setAttribute(Qt::WA_DeleteOnClose);
+    dialog->setAcceptMode(mode);
+    dialog->setFileMode(mode == QFileDialog::AcceptOpen ? QFileDialog::ExistingFile
+                                                        : QFileDialog::AnyFile);
+    dialog->setDefaultSuffix(FILE_SUFFIX);
+    QObject::connect(dialog, &QFileDialog::fileSelected, view, std::move(use),
+                     Qt::QueuedConnection);
+    dialog->open();
 }
 
 /// Whether the part of the widget shows, or may show, others that are drawn over it.
@@ -136,15 +142,13 @@ void CTavixView::PaintStripes(QPainter &painter, const QRect &visible) const {
 }
 
 void CTavixView::AskForRoiFileToOpen() {
-    const QString path = AskForPath(this, "Open ROI File", QFileDialog::AcceptOpen);
-    if (!path.isEmpty())
-        RoiFileOpen(QFile::encodeName(path).constData());
+    AskForPath(this, OPEN_TITLE, QFileDialog::AcceptOpen,
+               [this](const QString &path) { RoiFileOpen(QFile::encodeName(path).constData()); });
 }
 
 void CTavixView::AskForRoiFileToSave() {
-    const QString path = AskForPath(this, "Save ROI File", QFileDialog::AcceptSave);
-    if (!path.isEmpty())
-        RoiFileSave(QFile::encodeName(path).constData());
+    AskForPath(this, SAVE_TITLE, QFileDialog::AcceptSave,
+               [this](const QString &path) { RoiFileSave(QFile::encodeName(path).constData()); });
 }
 
 void CTavixView::ShowGuideLines(CPoint imagePoint) {

@@ -2,17 +2,18 @@
 
 #include <QApplication>
 #include <QClipboard>
+#include <QFileDialog>
 #include <QHBoxLayout>
 #include <QMenu>
 #include <QMimeData>
 #include <QPointer>
 #include <QShortcut>
 #include <QSignalSpy>
-#include <QTimer>
 #include <QWindow>
 
 #include <functional>
 #include <string>
+#include <utility>
 #include <vector>
 
 namespace {
@@ -314,17 +315,14 @@ TEST_F(WndInputTest, TheRightButtonOpensTheMenuWhileEnabled) {
     EXPECT_EQ(command(6000)->text(), "ROI Open(&O) ...");
     EXPECT_EQ(command(6001)->text(), "ROI Save(&S) ...");
     EXPECT_FALSE(command(6001)->isVisible()) << "there is nothing to save";
-    QString title;
-    QTimer::singleShot(0, &window, [&] {
-        QTimer::singleShot(0, &window, [&] {
-            title = QApplication::activeModalWidget()->windowTitle();
-            QApplication::activeModalWidget()->close();
-        });
-    });
-    command(6000)->trigger();
-    QCoreApplication::processEvents();
-    QCoreApplication::processEvents();
-    EXPECT_EQ(title, "Open ROI File");
+    for (const auto &[number, title] :
+         {std::pair{6000, "Open ROI File"}, {6001, "Save ROI File"}}) {
+        command(number)->trigger();
+        QCoreApplication::processEvents();
+        const auto dialogs = window.findChildren<QFileDialog *>();
+        ASSERT_FALSE(dialogs.isEmpty());
+        EXPECT_EQ(dialogs.back()->windowTitle(), title);
+    } // They are open when the window is destroyed.
 }
 
 TEST(WndLifeTest, FunctionsAndSlotsMayDestroyTheWindow) {
