@@ -223,6 +223,7 @@ private:
     static unsigned ToolFlags(const QMouseEvent &event);
     bool TellTool(CDrawTool *tool, ToolOperation operation, const QMouseEvent &event, CPoint point);
     bool TellToolOfMove(const QMouseEvent &event, CPoint point);
+    void LoseButtons();
     void PaintTool(QPainter &painter);
     bool HandleToolMessage(QEvent &event);
     void RoisChanged();

@@ -126,7 +126,7 @@ void CTavixView::mouseMoveEvent(QMouseEvent *event) {
     const CPoint point = ClientPoint(*event);
     m_cursor = point;
     if (event->buttons() == Qt::NoButton)
-        ReleaseMouse(); // A dialog, for example, has taken the release.
+        LoseButtons(); // A dialog, for example, has taken the release.
     if (!TellToolOfMove(*event, point))
         return;
     const bool left = event->buttons() & Qt::LeftButton;
@@ -196,7 +196,7 @@ void CTavixView::PopUpContextMenu(const QPoint &globalPosition) {
         else if (action->data() != ROI_OPEN_COMMAND)
             action->setEnabled(m_transform.HasImage());
     }
-    ReleaseMouse(); // The menu takes the mouse, and the button's release.
+    LoseButtons(); // The menu takes the mouse, and the button's release.
     m_contextMenu->popup(globalPosition);
 }
 

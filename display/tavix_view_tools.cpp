@@ -81,6 +81,13 @@ bool CTavixView::TellToolOfMove(const QMouseEvent &event, CPoint point) {
     return TellTool(OwnTool(), &CDrawTool::OnMouseMove, event, point);
 }
 
+/// No button is down any more, and no release has told of it.
+void CTavixView::LoseButtons() {
+    if (CDrawTool *const tool = OwnTool(); tool && CDrawTool::IsDragIn(*this))
+        tool->DropDrag();
+    ReleaseMouse();
+}
+
 /// Whether the tool has something to draw.
 bool CTavixView::HasStroke() const {
     const CDrawTool *const tool = OwnTool();

@@ -6,6 +6,7 @@
 #include <QCoreApplication>
 
 #include <cstdlib>
+#include <utility>
 
 tavix::ToolState &tavix::ToolState::Shared() {
     static ToolState state;
@@ -13,6 +14,7 @@ tavix::ToolState &tavix::ToolState::Shared() {
 }
 
 void CDrawTool::OnLButtonDown(CTavixView &view, unsigned, CPoint point) {
+    DropDrag(); // Its release has been lost.
     view.ReleaseMouse();
     view.CaptureMouse();
     State().press = State().last = point;
@@ -34,12 +36,20 @@ void CDrawTool::OnMouseMove(CTavixView &view, unsigned, CPoint point) {
 }
 
 void CDrawTool::OnCancel(CTavixView &view) {
+    DropDrag();
     State().currentTool = tavix::SELECT;
-    State().isDragging = false;
     view.SetToolNumber(tavix::SELECT);
     view.ReleaseMouse();
     view.SetToolCursor(Qt::ArrowCursor);
     QCoreApplication::postEvent(&view, new tavix::ToolCancelledEvent);
+}
+
+void CDrawTool::DropDrag() {
+    CTavixView *const view = State().view;
+    if (!std::exchange(State().isDragging, false) || !view)
+        return;
+    view->ReleaseMouse();
+    view->Repaint();
 }
 
 void CDrawTool::OnRButtonDown(CTavixView &view, unsigned, CPoint point) {

@@ -51,7 +51,7 @@ public:
     virtual void OnLButtonDown(CTavixView &view, unsigned flags, CPoint point);
     virtual void OnLButtonUp(CTavixView &view, unsigned flags, CPoint point);
     virtual void OnMouseMove(CTavixView &view, unsigned flags, CPoint point);
-    /// Makes the select tool current and tells the view.
+    /// Drops a drag, makes the select tool current and tells the view.
     virtual void OnCancel(CTavixView &view);
     virtual void OnLButtonDblClk(CTavixView &, unsigned, CPoint) {}
     virtual void OnRButtonDown(CTavixView &view, unsigned flags, CPoint point);
@@ -63,11 +63,18 @@ public:
     virtual bool HasStrokeIn(const CTavixView &view) const { return IsDragIn(view); }
     /// Draws the tool's feedback over a view in which it has a stroke.
     virtual void OnDraw(CTavixView &, QPainter &) {}
-    /// Forgets the points collected; called when the tool is left and when it is entered.
+    /// Forgets the points collected, in whichever view they were; called when the tool is left and
+    /// when it is entered.
     virtual void OnReset(CTavixView &) {}
+
+    /// Ends a drag that no release will finish, in whichever view it is. Nothing of it stays.
+    virtual void DropDrag();
 
     /// The Escape key; false where the tool has no use for it.
     virtual bool OnEscape(CTavixView &) { return false; }
+
+    /// Whether the left button is held after a press in this view.
+    static bool IsDragIn(const CTavixView &view);
 
     tavix::ToolId Id() const { return m_id; }
 
@@ -80,8 +87,6 @@ protected:
     static bool IsClick(CPoint release);
     /// Whether the drag from the press to the point is under 2 pixels on both axes.
     static bool IsTooShort(CPoint point);
-    /// Whether the left button is held after a press in this view.
-    static bool IsDragIn(const CTavixView &view);
 
     /// Hands the result, image points, to the host with the client point of the event that finished
     /// the tool, then raises the status-changed event. False when the view is gone.

@@ -48,12 +48,12 @@ void ReticleTool::OnMouseMove(CTavixView &view, unsigned flags, CPoint point) {
     StrokeTool::OnMouseMove(view, flags, point);
 }
 
-void ReticleTool::OnReset(CTavixView &view) {
-    if (IsDragIn(view)) {
-        view.Reticle().MoveTo(m_before.centre);
-        view.Reticle().SetAngle(m_before.angle);
+void ReticleTool::DropDrag() {
+    if (CTavixView *const view = State().view; view && IsDragIn(*view)) {
+        view->Reticle().MoveTo(m_before.centre);
+        view->Reticle().SetAngle(m_before.angle);
     }
-    StrokeTool::OnReset(view);
+    StrokeTool::DropDrag();
 }
 
 void CReticleMoveTool::Start(CTavixView &view, CPoint point) {

@@ -14,7 +14,7 @@ public:
     void OnLButtonDown(CTavixView &view, unsigned flags, CPoint point) override;
     void OnLButtonUp(CTavixView &view, unsigned flags, CPoint point) override;
     void OnMouseMove(CTavixView &view, unsigned flags, CPoint point) override;
-    void OnReset(CTavixView &view) override;
+    void DropDrag() override;
 
 protected:
     struct Pose {

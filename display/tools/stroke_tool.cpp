@@ -14,7 +14,7 @@ void StrokeTool::RepaintMove(CTavixView &view) {
 }
 
 void StrokeTool::OnReset(CTavixView &view) {
-    State().isDragging = false;
+    DropDrag();
     DropStroke();
     view.Repaint();
 }
@@ -25,11 +25,9 @@ void StrokeTool::OnCancel(CTavixView &view) {
 }
 
 bool StrokeTool::OnEscape(CTavixView &view) {
-    if (HasStrokeIn(view)) {
-        view.ReleaseMouse();
+    if (HasStrokeIn(view))
         OnReset(view);
-    } else {
+    else
         OnCancel(view);
-    }
     return true;
 }

@@ -188,6 +188,26 @@ TEST_F(ToolTest, EventsOutOfOrderLeaveAUsableWindow) {
     EXPECT_EQ(results.size(), 1U);
 }
 
+TEST_F(ToolTest, ALostReleaseLeavesNothingOfTheDrag) {
+    ShowPicture();
+    for (const _TOOL_TYPE tool :
+         {TOOL_TYPE_LINE_FOCUS, TOOL_TYPE_ROI_RECTANGLE, TOOL_TYPE_ROI_FREELINE,
+          TOOL_TYPE_MSR_DISTANCE, TOOL_TYPE_RETICLE_MOVE}) {
+        window.Tool(tool);
+        Move(60, 60);
+        const QImage before = Grab(window);
+        Press(20, 30);
+        Move(40, 70, Qt::LeftButton);
+        EXPECT_NE(Grab(window), before) << tool;
+        Move(60, 60); // The button is up.
+        EXPECT_EQ(Grab(window), before) << tool;
+        Move(90, 30);
+        Release(90, 30);
+        EXPECT_TRUE(results.empty()) << tool;
+        EXPECT_FALSE(window.IsRoiContext());
+    }
+}
+
 TEST(ToolLifetimeTest, AResultMayDestroyTheWindow) {
     static CTavixWnd *window;
     for (const _TOOL_TYPE tool :
