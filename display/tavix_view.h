@@ -219,6 +219,7 @@ private:
 
     using ToolOperation = void (CDrawTool::*)(CTavixView &, unsigned, CPoint);
     CDrawTool *OwnTool() const;
+    void LeaveTool();
     static CDrawTool *CurrentTool();
     static unsigned ToolFlags(const QMouseEvent &event);
     bool TellTool(CDrawTool *tool, ToolOperation operation, const QMouseEvent &event, CPoint point);

@@ -16,16 +16,22 @@ using tavix::ToolRegistry;
 using tavix::ToolState;
 
 void CTavixView::Tool(int type) {
-    if (CDrawTool *const left = ToolRegistry::Instance().Current()) {
-        left->OnReset(*this);
-        left->OnCancel(*this);
-    }
+    LeaveTool();
     const auto choice = tavix::ChoiceOf(type);
     m_tool = ToolState::Shared().currentTool = choice ? choice->id : tavix::SELECT;
     if (choice && choice->isResetOnEntry)
         ToolRegistry::Instance().Current()->OnReset(*this);
     Repaint();
     TakeFocus();
+}
+
+/// Whichever window it was at work in.
+void CTavixView::LeaveTool() {
+    CDrawTool *const left = CurrentTool();
+    if (!left)
+        return;
+    left->OnReset(*this);
+    left->OnCancel(*this);
 }
 
 int CTavixView::GetTool() const {
@@ -135,7 +141,8 @@ CDrawObj *CTavixView::SelectedObject() {
 /// Tools are process-wide; what the last window left behind is not this one's.
 void CTavixView::showEvent(QShowEvent *event) {
     QAbstractScrollArea::showEvent(event);
-    if (!m_wasShown)
-        m_tool = ToolState::Shared().currentTool = tavix::SELECT;
-    m_wasShown = true;
+    if (std::exchange(m_wasShown, true))
+        return;
+    LeaveTool();
+    m_tool = ToolState::Shared().currentTool = tavix::SELECT;
 }

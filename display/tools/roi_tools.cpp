@@ -41,12 +41,21 @@ QPolygon ToClient(const CTavixView &view, const std::vector<POINT> &points) {
 
 void GuidedRoiTool::OnMouseMove(CTavixView &view, unsigned flags, CPoint point) {
     StrokeTool::OnMouseMove(view, flags, point);
+    if (m_guided != &view)
+        RemoveGuideLines();
+    m_guided = &view;
     view.ShowGuideLines(view.Transform().ClientToImage(point));
 }
 
 void GuidedRoiTool::OnReset(CTavixView &view) {
     StrokeTool::OnReset(view);
-    view.RemoveGuideLines();
+    RemoveGuideLines();
+}
+
+void GuidedRoiTool::RemoveGuideLines() {
+    if (m_guided)
+        m_guided->RemoveGuideLines();
+    m_guided.clear();
 }
 
 // Rectangle and ellipse

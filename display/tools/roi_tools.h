@@ -8,13 +8,19 @@
 
 #include <vector>
 
-/// The tools with guide lines: two green lines through the cursor across the whole image.
+/// The tools with guide lines: two green lines through the cursor across the whole image, in the
+/// view in which the cursor was last.
 class GuidedRoiTool : public StrokeTool {
 public:
     using StrokeTool::StrokeTool;
 
     void OnMouseMove(CTavixView &view, unsigned flags, CPoint point) override;
     void OnReset(CTavixView &view) override;
+
+private:
+    void RemoveGuideLines();
+
+    QPointer<CTavixView> m_guided; ///< Which has the lines.
 };
 
 /// A drag between two opposite corners.

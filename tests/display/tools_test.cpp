@@ -5,6 +5,7 @@
 
 #include <QMenu>
 #include <QPointer>
+#include <QScreen>
 
 namespace {
 
@@ -206,6 +207,39 @@ TEST_F(ToolTest, ALostReleaseLeavesNothingOfTheDrag) {
         EXPECT_TRUE(results.empty()) << tool;
         EXPECT_FALSE(window.IsRoiContext());
     }
+}
+
+TEST_F(ToolTest, ATakenToolLeavesNothingBehindInTheWindowItWorkedIn) {
+    ShowPicture(1.0);
+    CTavixWnd other;
+    ShowOther(other);
+    for (const bool isShown : {false, true})
+        for (const _TOOL_TYPE tool :
+             {TOOL_TYPE_POLYLINE_FOCUS, TOOL_TYPE_ROI_POLYGON, TOOL_TYPE_ROI_RECTANGLE,
+              TOOL_TYPE_MEASURE_POLYLINE, TOOL_TYPE_LINE_FOCUS, TOOL_TYPE_RETICLE_MOVE}) {
+            window.Tool(tool);
+            const QImage before = Grab(window);
+            Press(20, 30);
+            Move(60, 70, Qt::LeftButton);
+            EXPECT_NE(Grab(window), before) << tool;
+            CTavixWnd another;
+            if (isShown)
+                another.show();
+            else
+                other.Tool(TOOL_TYPE_CLICK);
+            QCoreApplication::processEvents();
+            const auto onScreen = [this] {
+                return window.screen()->grabWindow(window.winId()).toImage();
+            };
+            const QImage after = onScreen();
+            EXPECT_EQ(Grab(window), before) << tool;
+            window.repaint();
+            EXPECT_EQ(onScreen(), after) << "not repainted: " << tool;
+            EXPECT_FALSE(window.IsMouseCaptured());
+            window.Tool(tool);
+            window.SendToolResult();
+            EXPECT_TRUE(results.empty() || results.back().points.empty());
+        }
 }
 
 TEST(ToolLifetimeTest, AResultMayDestroyTheWindow) {
