@@ -21,8 +21,7 @@ void DragFocusTool::OnLButtonUp(CTavixView &view, unsigned flags, CPoint point) 
     view.Repaint();
     if (!isDrag)
         return;
-    const std::array<POINT, 2> ends{view.Transform().ClientToImage(State().press),
-                                    view.Transform().ClientToImage(point)};
+    const std::array<POINT, 2> ends{State().imagePress, view.Transform().ClientToImage(point)};
     Finish(view, point, TavixArray::CPointArray(ends));
 }
 
@@ -32,13 +31,16 @@ void DragFocusTool::OnMouseMove(CTavixView &view, unsigned flags, CPoint point) 
         view.Repaint();
 }
 
-void DragFocusTool::OnDraw(CTavixView &, QPainter &painter) {
+void DragFocusTool::OnDraw(CTavixView &view, QPainter &painter) {
     if (IsTooShort(State().last))
         return;
     painter.setCompositionMode(QPainter::CompositionMode_Difference); // White inverts.
     painter.setPen(QPen(Qt::white, 1));
     painter.setBrush(Qt::NoBrush);
-    DrawBand(painter, State().press, State().last);
+    const tavix::ViewTransform &transform = view.Transform();
+    const bool isInPlace = transform.ClientToImage(State().press) == State().imagePress;
+    DrawBand(painter, isInPlace ? State().press : transform.ImageToClient(State().imagePress),
+             State().last);
 }
 
 void CLineFocusTool::DrawBand(QPainter &painter, CPoint from, CPoint to) const {

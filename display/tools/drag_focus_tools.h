@@ -4,7 +4,8 @@
 #include "TAVIX20/display/tools/panning_tool.h"
 
 /// The band inverts what lies under it. A drag of at least 2 pixels on an axis gives two image
-/// points: press, then release. The right button moves the picture.
+/// points: press, then release; the first one stays when the picture is zoomed or scrolled. The
+/// right button moves the picture.
 class DragFocusTool : public PanningTool {
 public:
     using PanningTool::PanningTool;

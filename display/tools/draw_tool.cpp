@@ -18,6 +18,7 @@ void CDrawTool::OnLButtonDown(CTavixView &view, unsigned, CPoint point) {
     view.ReleaseMouse();
     view.CaptureMouse();
     State().press = State().last = point;
+    State().imagePress = view.Transform().ClientToImage(point);
     State().isDragging = true;
     State().view = &view;
     view.TakeFocus();

@@ -27,6 +27,7 @@ struct TAVIX_API ToolState {
     int currentTool = SELECT; ///< The global current tool.
     CPoint press;             ///< The press point and the last point; client coordinates.
     CPoint last;
+    CPoint imagePress; ///< The press point of the left button in image coordinates, then.
     bool isDragging = false;
     QPointer<CTavixView> view; ///< Where the press was.
 

@@ -36,7 +36,6 @@ void MeasureTool::DrawLive(CTavixView &view, QPainter &painter,
 
 void DragMeasureTool::OnLButtonDown(CTavixView &view, unsigned flags, CPoint point) {
     MeasureTool::OnLButtonDown(view, flags, point);
-    m_start = view.Transform().ClientToImage(point);
     view.Repaint();
 }
 
@@ -66,7 +65,7 @@ void DragMeasureTool::Take(CTavixView &view, CPoint point, const std::vector<POI
 }
 
 std::vector<POINT> DragMeasureTool::PointsTo(const CTavixView &view, CPoint point) const {
-    return PointsOf(m_start, view.Transform().ClientToImage(point));
+    return PointsOf(State().imagePress, view.Transform().ClientToImage(point));
 }
 
 // Chains

@@ -48,8 +48,6 @@ protected:
 
 private:
     std::vector<POINT> PointsTo(const CTavixView &view, CPoint point) const;
-
-    CPoint m_start; ///< Image coordinates.
 };
 
 /// A point a click, up to 1,000; clicks beyond are dropped. A double click ends the chain, and the

@@ -66,17 +66,15 @@ void BoxRoiTool::OnLButtonUp(CTavixView &view, unsigned flags, CPoint point) {
     view.Repaint();
     if (!isDrag)
         return;
-    const tavix::ViewTransform &transform = view.Transform();
-    std::vector<POINT> outline =
-        OutlineBetween(transform.ClientToImage(State().press), transform.ClientToImage(point));
+    const std::vector<POINT> outline =
+        OutlineBetween(State().imagePress, view.Transform().ClientToImage(point));
     if (!outline.empty())
         view.AddRoiStroke(outline);
 }
 
 void BoxRoiTool::OnDraw(CTavixView &view, QPainter &painter) {
-    const tavix::ViewTransform &transform = view.Transform();
-    std::vector<POINT> outline = OutlineBetween(transform.ClientToImage(State().press),
-                                                transform.ClientToImage(State().last));
+    std::vector<POINT> outline =
+        OutlineBetween(State().imagePress, view.Transform().ClientToImage(State().last));
     if (outline.empty())
         return;
     outline.push_back(outline.front());

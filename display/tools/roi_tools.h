@@ -23,7 +23,8 @@ private:
     QPointer<CTavixView> m_guided; ///< Which has the lines.
 };
 
-/// A drag between two opposite corners.
+/// A drag between two opposite corners; the first stays on its image point, also when the picture
+/// is zoomed or scrolled before the release.
 class BoxRoiTool : public GuidedRoiTool {
 public:
     using GuidedRoiTool::GuidedRoiTool;

@@ -163,14 +163,20 @@ TEST_F(MeasureToolTest, WhatIsNoStrokeMeasuresNothing) {
 }
 
 TEST_F(MeasureToolTest, DragsStayOnThePictureWhenItIsZoomed) {
-    ShowPicture();
-    Start(TOOL_TYPE_MSR_DISTANCE);
-    Press(20, 30);
-    window.Zoom(4.0);
-    window.SetScrollPos(SB_HORZ, 0);
-    window.SetScrollPos(SB_VERT, 0);
-    Release(120, 60);
-    EXPECT_EQ(LastPoints(), (std::vector<POINT>{{10, 15}, {30, 15}}));
+    for (const _TOOL_TYPE tool :
+         {TOOL_TYPE_MSR_DISTANCE, TOOL_TYPE_LINE_FOCUS, TOOL_TYPE_ROI_RECTANGLE}) {
+        ShowPicture();
+        Start(tool);
+        Press(20, 30);
+        window.Zoom(4.0);
+        window.SetScrollPos(SB_HORZ, 0);
+        window.SetScrollPos(SB_VERT, 0);
+        Release(120, 80);
+        const bool isRoi = tool == TOOL_TYPE_ROI_RECTANGLE; // Which gives no result.
+        EXPECT_EQ(LastPoints(),
+                  isRoi ? std::vector<POINT>() : (std::vector<POINT>{{10, 15}, {30, 20}}));
+    }
+    EXPECT_EQ(window.GetRoiToPixelCount(), 20 * 5);
 }
 
 TEST_F(MeasureToolTest, FeedbackLeavesNoTraceWhenItIsDropped) {
