@@ -14,14 +14,14 @@ TavixArray::CPointArray ImagePointAt(const CTavixView &view, CPoint client) {
 } // namespace
 
 void CClickTool::OnLButtonUp(CTavixView &view, unsigned flags, CPoint point) {
-    const bool isClick = IsDragIn(view) && IsClick(point);
+    const bool isClick = State().view == &view && IsClick(point);
     CDrawTool::OnLButtonUp(view, flags, point);
     if (isClick)
         Finish(view, point, ImagePointAt(view, State().press));
 }
 
 void CSpoideTool::OnLButtonUp(CTavixView &view, unsigned flags, CPoint point) {
-    const bool isClick = IsDragIn(view) && IsClick(point);
+    const bool isClick = State().view == &view && IsClick(point);
     CDrawTool::OnLButtonUp(view, flags, point);
     view.SetToolCursor(tavix::DropperCursor());
     if (isClick)

@@ -3,7 +3,8 @@
 
 #include "TAVIX20/display/tools/draw_tool.h"
 
-/// A press and release less than 3 pixels apart gives the image point of the press.
+/// A release less than 3 pixels from the last press gives the image point of the press. Both
+/// releases of a double click do; callers rely on that.
 class CClickTool : public CDrawTool {
 public:
     CClickTool() : CDrawTool(tavix::CLICK) {}
