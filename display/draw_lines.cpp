@@ -7,6 +7,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <cstdint>
 #include <cstdlib>
 
 namespace {
@@ -17,6 +18,7 @@ constexpr double MARK_DISTANCE = 6.0;
 constexpr double SHORT_MARK = 3.0;
 constexpr double LONG_MARK = 6.0;
 constexpr int MARKS_PER_LONG_MARK = 5;
+constexpr double MOST_MARKS = 9007199254740992.0; ///< 2^53; a double counts no further.
 
 QPointF UnitVector(const QPointF &from, const QPointF &to) {
     const double length = std::hypot(to.x() - from.x(), to.y() - from.y());
@@ -249,10 +251,14 @@ void CDrawReticleLineObj::Draw(ObjectCanvas &canvas) const {
         std::hypot(canvas.Clip().width(), canvas.Clip().height()) / 2.0 + LONG_MARK + m_penWidth;
     const double first = std::ceil(std::max(-half, place - reach) / step);
     const double last = std::floor(std::min(half, place + reach) / step);
+    // At an enormous zoom the marks are nowhere that can be counted to.
+    if (!std::isfinite(place) || !(std::abs(first) < MOST_MARKS && std::abs(last) < MOST_MARKS))
+        return;
     const double snap = (m_penWidth % 2) / 2.0;
-    for (double i = first; i <= last; ++i) {
-        const bool isLong = std::fmod(std::abs(i), MARKS_PER_LONG_MARK) < 0.5;
-        QPointF at = middle + along * (i * step);
+    const auto lastMark = static_cast<std::int64_t>(last);
+    for (auto i = static_cast<std::int64_t>(first); i <= lastMark; ++i) {
+        const bool isLong = i % MARKS_PER_LONG_MARK == 0;
+        QPointF at = middle + along * (static_cast<double>(i) * step);
         at = {std::floor(at.x()) + snap, std::floor(at.y()) + snap};
         DrawTick(canvas, at, isLong ? LONG_MARK : SHORT_MARK);
     }
