@@ -10,6 +10,7 @@
 #include <QCoreApplication>
 #include <QFile>
 #include <QFileDialog>
+#include <QMessageBox>
 #include <QPaintEngine>
 #include <QPainter>
 #include <QTimerEvent>
@@ -43,6 +44,14 @@ void AskForPath(QWidget *view, const char *title, QFileDialog::AcceptMode mode,
     QObject::connect(dialog, &QFileDialog::fileSelected, view, std::move(use),
                      Qt::QueuedConnection);
     dialog->open();
+}
+
+/// Waits for nobody: the window goes on meanwhile.
+void TellFailure(QWidget *view, const char *title, const QString &text) {
+    auto *const box = new QMessageBox(QMessageBox::Warning, title, text, QMessageBox::Ok, view);
+    box->setAttribute(Qt::WA_DeleteOnClose);
+    box->setModal(false); // As it is made it is modal.
+    box->show();
 }
 
 /// Whether the part of the widget shows, or may show, others that are drawn over it.
@@ -142,13 +151,17 @@ void CTavixView::PaintStripes(QPainter &painter, const QRect &visible) const {
 }
 
 void CTavixView::AskForRoiFileToOpen() {
-    AskForPath(this, OPEN_TITLE, QFileDialog::AcceptOpen,
-               [this](const QString &path) { RoiFileOpen(QFile::encodeName(path).constData()); });
+    AskForPath(this, OPEN_TITLE, QFileDialog::AcceptOpen, [this](const QString &path) {
+        if (!RoiFileOpen(QFile::encodeName(path).constData()))
+            TellFailure(this, OPEN_TITLE, path + " is not a ROI file that can be read.");
+    });
 }
 
 void CTavixView::AskForRoiFileToSave() {
-    AskForPath(this, SAVE_TITLE, QFileDialog::AcceptSave,
-               [this](const QString &path) { RoiFileSave(QFile::encodeName(path).constData()); });
+    AskForPath(this, SAVE_TITLE, QFileDialog::AcceptSave, [this](const QString &path) {
+        if (!RoiFileSave(QFile::encodeName(path).constData()))
+            TellFailure(this, SAVE_TITLE, path + " could not be written.");
+    });
 }
 
 void CTavixView::ShowGuideLines(CPoint imagePoint) {

@@ -5,6 +5,7 @@
 #include <QFileDialog>
 #include <QHBoxLayout>
 #include <QMenu>
+#include <QMessageBox>
 #include <QMimeData>
 #include <QPointer>
 #include <QShortcut>
@@ -322,6 +323,12 @@ TEST_F(WndInputTest, TheRightButtonOpensTheMenuWhileEnabled) {
         const auto dialogs = window.findChildren<QFileDialog *>();
         ASSERT_FALSE(dialogs.isEmpty());
         EXPECT_EQ(dialogs.back()->windowTitle(), title);
+        Q_EMIT dialogs.back()->fileSelected("no/such/folder/a.roix");
+        QCoreApplication::processEvents();
+        const auto *const failure = window.findChild<QMessageBox *>();
+        ASSERT_TRUE(failure && failure->isVisible());
+        EXPECT_TRUE(!failure->isModal() && failure->text().startsWith("no/such/folder/a.roix "));
+        delete failure;
     } // They are open when the window is destroyed.
 }
 
