@@ -21,7 +21,6 @@ namespace tavix {
 namespace {
 
 constexpr int SIDE = 8;
-constexpr int LAST_PHASE = 8;
 /// Row by row, the leftmost pixel in bit 7 of the low byte; set bits are white.
 constexpr std::array<std::uint16_t, SIDE> PATTERN{0x00F0, 0x0078, 0x003C, 0x001E,
                                                   0x000F, 0x0087, 0x00C3, 0x00E1};

@@ -9,7 +9,8 @@ class QRect;
 namespace tavix {
 
 /// Diagonal stripes, four pixels black and four white. The phase takes the nine values 0 to 8 in
-/// turn; 8 looks like 0, a pause of one step in the march that operators know.
+/// turn; 8 looks like 0, a pause of one step in the march that operators know. An Advance goes
+/// before each step that is drawn; the first one makes the phase 0.
 class TAVIX_API RoiStripes {
 public:
     int Phase() const { return m_phase; }
@@ -22,7 +23,9 @@ public:
               const QRect &visible) const;
 
 private:
-    int m_phase = 0;
+    static constexpr int LAST_PHASE = 8;
+
+    int m_phase = LAST_PHASE;
 };
 
 } // namespace tavix

@@ -114,12 +114,15 @@ void CTavixView::RoisChanged() {
     RaiseRoiStatusChanged();
 }
 
-/// The stripes lie in client coordinates and march while there are any.
+/// The stripes lie in client coordinates and march while there are any: with every tick, and with
+/// every refresh, too. Pictures that come faster than the ticks do not stop them.
 void CTavixView::UpdateStripes() {
     m_stripeTimer.stop();
     m_rois.UpdateClientOutlines(m_transform);
-    if (m_rois.GetCount() > 0)
-        m_stripeTimer.start(STRIPE_STEP, this);
+    if (m_rois.GetCount() == 0)
+        return;
+    m_stripes.Advance();
+    m_stripeTimer.start(STRIPE_STEP, this);
 }
 
 void CTavixView::timerEvent(QTimerEvent *event) {

@@ -171,7 +171,8 @@ TEST(RoiStripesTest, DrawsThePatternOfItsPhaseAndNothingElse) {
         std::span<const POINT>(std::vector<POINT>{{3, 2}, {60, 2}, {60, 20}, {3, 20}, {3, 2}})));
     constexpr unsigned rows[] = {0xF0, 0x78, 0x3C, 0x1E, 0x0F, 0x87, 0xC3, 0xE1};
     tavix::RoiStripes stripes;
-    for (int step = 0; step < 10; ++step, stripes.Advance()) {
+    for (int step = 0; step < 10; ++step) {
+        stripes.Advance();
         ASSERT_EQ(stripes.Phase(), step % 9);
         QImage direct(50, 30, QImage::Format_RGB32);
         direct.fill(qRgb(1, 2, 3));

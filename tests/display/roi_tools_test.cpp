@@ -282,6 +282,24 @@ TEST_F(RoiToolTest, MarchingStripesLeaveTheRestOfTheScreenAsItIs) {
     }
 }
 
+/// They would stand still otherwise where pictures come faster than the timer's ticks.
+TEST_F(RoiToolTest, EveryRefreshIsAStepOfTheStripes) {
+    ShowPicture(1.0);
+    window.Tool(TOOL_TYPE_ROI_RECTANGLE);
+    Drag({8, 8}, {24, 24});
+    const QRect level(8, 8, 8, 1); // The pattern's row of the phase.
+    std::vector<QImage> rows;
+    for (int i = 0; i < 9; ++i) {
+        rows.push_back(Grab(window).copy(level));
+        window.Zoom(1.0);
+    }
+    EXPECT_NE(rows[0], rows[1]);
+    EXPECT_EQ(rows[0], rows[8]) << "the pause";
+    EXPECT_EQ(rows[0].pixel(0, 0), qRgb(255, 255, 255)) << "the first row is 0xF0";
+    EXPECT_EQ(rows[0].pixel(4, 0), qRgb(0, 0, 0));
+    EXPECT_EQ(Grab(window).copy(level), rows[0]) << "phase 0 again";
+}
+
 TEST_F(RoiToolTest, FilesHaveTheseBytesAndComeBack) {
     ShowPicture(1.0);
     const std::string path = Path("a.roix");
