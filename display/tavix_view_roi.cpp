@@ -130,6 +130,8 @@ void CTavixView::timerEvent(QTimerEvent *event) {
         return QAbstractScrollArea::timerEvent(event);
     m_stripes.Advance();
     const QRect stripes = QRect(m_rois.ClientBounds()) & viewport()->rect();
+    if (stripes.isEmpty())
+        return;
     if (HasStroke() || IsCovered(*viewport(), stripes))
         return viewport()->update(stripes);
     // Whatever else is due is painted first. A paint at once is then for the stripes alone.

@@ -296,8 +296,6 @@ TEST_F(RoiToolTest, EveryRefreshIsAStepOfTheStripes) {
     EXPECT_NE(rows[0], rows[1]);
     EXPECT_EQ(rows[0], rows[8]) << "the pause";
     EXPECT_EQ(rows[0].pixel(0, 0), qRgb(255, 255, 255)) << "the first row is 0xF0";
-    EXPECT_EQ(rows[0].pixel(4, 0), qRgb(0, 0, 0));
-    EXPECT_EQ(Grab(window).copy(level), rows[0]) << "phase 0 again";
 }
 
 TEST_F(RoiToolTest, FilesHaveTheseBytesAndComeBack) {

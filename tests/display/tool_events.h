@@ -58,10 +58,7 @@ protected:
         Send(window, QEvent::MouseButtonDblClick, {x, y}, Qt::LeftButton, Qt::LeftButton);
         Release(x, y);
     }
-    void Click(int x, int y) {
-        Press(x, y);
-        Release(x, y);
-    }
+    void Click(int x, int y) { ClickIn(window, {x, y}); }
     void Drag(QPoint from, QPoint to) {
         Press(from.x(), from.y());
         Move((from.x() + to.x()) / 2, (from.y() + to.y()) / 2, Qt::LeftButton);
