@@ -183,7 +183,8 @@ void ObjectCanvas::Polyline(std::span<const QPointF> points, bool closed, const 
 /// and its outline.
 void ObjectCanvas::ThinLine(const QPointF &from, const QPointF &to, COLORREF colour) {
     const auto pixel = [](double position) {
-        return static_cast<std::int64_t>(std::floor(position));
+        // What an enormous zoom has left, which may be no number, is far away.
+        return static_cast<std::int64_t>(std::floor(std::fmax(-1e9, std::fmin(position, 1e9))));
     };
     std::int64_t start = pixel(from.x());
     std::int64_t end = pixel(to.x());
