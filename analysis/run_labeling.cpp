@@ -3,6 +3,8 @@
 #include <algorithm>
 #include <bit>
 #include <cstring>
+#include <limits>
+#include <utility>
 
 #undef HWY_TARGET_INCLUDE
 #define HWY_TARGET_INCLUDE "TAVIX20/analysis/run_labeling.cpp"
@@ -15,7 +17,65 @@ namespace tavix::HWY_NAMESPACE {
 namespace hn = hwy::HWY_NAMESPACE;
 using Box = RunLabeling::Box;
 using Component = RunLabeling::Component;
-using Row = RunLabeling::Row;
+
+constexpr std::uint32_t NONE = ~std::uint32_t{0};
+/// Beyond all columns.
+constexpr std::int32_t END = std::numeric_limits<std::int32_t>::max();
+/// How much is written beyond the end of a list.
+constexpr int SPARE = 16;
+/// A row of more runs a word than that is noise: runs are not merged one by one, and the next row's
+/// pixels without a neighbour are set apart.
+constexpr double FEW_RUNS_A_WORD = 2.5;
+
+/// Words of a row that are taken at once.
+using WordTag = hn::CappedTag<std::uint64_t, 8>;
+using Words = hn::Vec<WordTag>;
+
+/// The words of a row, none set beyond its edges where words are read around it.
+class RowWords {
+public:
+    explicit RowWords(int width)
+        : m_count(hwy::RoundUpTo(WordsOf(width), hn::MaxLanes(WordTag()))), m_words(m_count + 2) {}
+
+    /// A multiple of those taken at once.
+    std::size_t Count() const { return m_count; }
+    std::uint64_t *data() { return m_words.data() + 1; }
+    const std::uint64_t *data() const { return m_words.data() + 1; }
+    const std::uint64_t &operator[](std::size_t word) const { return data()[word]; }
+    void Clear() { std::ranges::fill(m_words, 0); }
+    void swap(RowWords &other) { m_words.swap(other.m_words); }
+
+private:
+    std::size_t m_count;
+    std::vector<std::uint64_t> m_words;
+};
+
+/// Where runs start in a word, and how many do before it.
+struct WordStarts {
+    std::uint64_t bits;
+    std::uint32_t before;
+};
+
+/// The runs of a row.
+struct Row {
+    explicit Row(int width)
+        : words(width),
+          edges(static_cast<std::size_t>(width) + 2 + SPARE, END),
+          component(edges.size() / 2),
+          starts(words.Count()) {}
+
+    RowWords words;                       ///< The pixels.
+    std::vector<std::int32_t> edges;      ///< Start and end of each, end exclusive; then the end.
+    std::vector<std::uint32_t> component; ///< Of each.
+    std::vector<WordStarts> starts;       ///< Only where it was needed.
+    std::size_t runCount = 0;
+};
+
+/// Two runs with a column in common, by their places in their rows.
+struct Touch {
+    std::uint32_t upper;
+    std::uint32_t lower;
+};
 
 /// The place of the lowest set bit; one of the word or just past it when there is none, without a
 /// question.
@@ -66,40 +126,153 @@ HWY_INLINE std::int32_t *WritePlaces(std::uint64_t bits, std::int32_t base, std:
     return out;
 }
 
-/// Writes start and end of each run; returns how many runs there are.
-std::size_t FindRuns(const std::uint64_t *words, std::size_t wordCount, int width,
-                     std::int32_t *edges) {
-    std::int32_t *edge = edges;
-    std::uint64_t carry = 0;
-    for (std::size_t word = 0; word < wordCount; ++word) {
-        const std::uint64_t bits = words[word];
-        // The bits that differ from the one before them: starts and ends in turn.
-        edge = WritePlaces(bits ^ (bits << 1 | carry), static_cast<std::int32_t>(word) * WORD_BITS,
-                           edge);
-        carry = bits >> (WORD_BITS - 1);
+#if HWY_ARCH_X86_64 && HWY_TARGET <= HWY_AVX3
+/// Tells the places of the words' lowest bits, and takes these out.
+class LowestBits {
+public:
+    LowestBits(Words bits, std::int32_t base)
+        : m_bits(bits),
+          m_start(hn::Add(hn::Set(PlaceTag(), base - EXPONENT_BIAS),
+                          hn::ShiftLeft<6>(hn::ShiftRight<1>(hn::Iota(PlaceTag(), 0))))) {}
+
+    bool HasMore() const { return !hn::AllTrue(WordTag(), hn::Eq(m_bits, hn::Zero(WordTag()))); }
+
+    /// Four places of each word, any ones when it has fewer bits.
+    struct Fours {
+        Words ofEvenWords;
+        Words ofOddWords;
+
+        template <std::size_t WORD>
+        HWY_INLINE void Write(std::int32_t *out) const {
+            const Words &fours = WORD % 2 == 0 ? ofEvenWords : ofOddWords;
+            _mm_storeu_si128(reinterpret_cast<__m128i *>(out),
+                             _mm512_extracti32x4_epi32(fours.raw, WORD / 2));
+        }
+    };
+    HWY_INLINE Fours NextFour() {
+        const Words firstTwo = NextTwo();
+        const Words lastTwo = NextTwo();
+        return {hn::InterleaveLower(firstTwo, lastTwo),
+                hn::InterleaveUpper(WordTag(), firstTwo, lastTwo)};
     }
-    if (carry != 0)
+
+private:
+    using PlaceTag = hn::Repartition<std::int32_t, WordTag>;
+    static constexpr int EXPONENT_BITS = 52;
+    static constexpr int EXPONENT_BIAS = 1023;
+
+    /// As a number, a single bit has its place in its exponent.
+    HWY_INLINE Words NextNumber() {
+        const WordTag d;
+        const Words lowest = hn::And(m_bits, hn::Sub(hn::Zero(d), m_bits));
+        m_bits = hn::Xor(m_bits, lowest);
+        return hn::BitCast(d, hn::ConvertTo(hn::Repartition<double, WordTag>(), lowest));
+    }
+    /// The places of two bits, side by side.
+    HWY_INLINE Words NextTwo() {
+        const Words first = hn::ShiftRight<EXPONENT_BITS>(NextNumber());
+        const Words second = hn::ShiftRight<EXPONENT_BITS - 32>(NextNumber());
+        const auto both = hn::BitCast(PlaceTag(), hn::Or(first, second));
+        return hn::BitCast(WordTag(), hn::Add(both, m_start));
+    }
+
+    Words m_bits;
+    hn::Vec<PlaceTag> m_start;
+};
+
+/// Calls write(out) for each word, with its number as a constant, where its places go; returns
+/// where the next ones go.
+template <typename Write, std::size_t... WORD>
+HWY_INLINE std::int32_t *WriteWords(const std::uint64_t *words, std::int32_t *out, Write write,
+                                    std::index_sequence<WORD...>) {
+    ((write(std::integral_constant<std::size_t, WORD>(), out), out += std::popcount(words[WORD])),
+     ...);
+    return out;
+}
+#endif
+
+/// Writes the places of all set bits of the words, the first of which begins at base; returns where
+/// the next one goes.
+HWY_INLINE std::int32_t *WritePlaces(Words bits, std::int32_t base, std::int32_t *out) {
+    const WordTag d;
+    constexpr std::size_t lanes = hn::MaxLanes(d);
+    alignas(sizeof(std::uint64_t) * lanes) std::uint64_t words[lanes];
+    hn::Store(bits, d, words);
+#if HWY_ARCH_X86_64 && HWY_TARGET <= HWY_AVX3
+    // Mostly, four places of each word are all, or eight.
+    LowestBits lowest(bits, base);
+    const auto first = lowest.NextFour();
+    if (HWY_LIKELY(!lowest.HasMore()))
+        return WriteWords(
+            words, out,
+            [&](auto word, std::int32_t *places) { first.template Write<word>(places); },
+            std::make_index_sequence<lanes>());
+    const auto second = lowest.NextFour();
+    if (!lowest.HasMore())
+        return WriteWords(
+            words, out,
+            [&](auto word, std::int32_t *places) {
+                first.template Write<word>(places);
+                second.template Write<word>(places + 4);
+            },
+            std::make_index_sequence<lanes>());
+#endif
+    for (std::size_t i = 0; i < lanes; ++i)
+        out = WritePlaces(words[i], base + static_cast<std::int32_t>(i) * WORD_BITS, out);
+    return out;
+}
+
+/// The pixels to the left of those of the words, in their places.
+HWY_INLINE Words FromLeft(const std::uint64_t *words) {
+    const WordTag d;
+    return hn::Or(hn::ShiftLeft<1>(hn::LoadU(d, words)),
+                  hn::ShiftRight<WORD_BITS - 1>(hn::LoadU(d, words - 1)));
+}
+
+HWY_INLINE Words FromRight(const std::uint64_t *words) {
+    const WordTag d;
+    return hn::Or(hn::ShiftRight<1>(hn::LoadU(d, words)),
+                  hn::ShiftLeft<WORD_BITS - 1>(hn::LoadU(d, words + 1)));
+}
+
+/// Writes the places of the bits that bitsAt gives for each of the row's words; returns where the
+/// next one goes.
+template <typename BitsAt>
+HWY_INLINE std::int32_t *WriteAllPlaces(std::size_t wordCount, std::int32_t *out, BitsAt bitsAt) {
+    for (std::size_t word = 0; word < wordCount; word += hn::MaxLanes(WordTag()))
+        out = WritePlaces(bitsAt(word), static_cast<std::int32_t>(word) * WORD_BITS, out);
+    return out;
+}
+
+/// Finds start and end of each run.
+void FindRuns(Row &row, int width) {
+    const std::uint64_t *const words = row.words.data();
+    const std::size_t wordCount = row.words.Count();
+    std::int32_t *edge = WriteAllPlaces(wordCount, row.edges.data(), [words](std::size_t word) {
+        // The bits that differ from the one before them: starts and ends in turn.
+        return hn::Xor(hn::LoadU(WordTag(), words + word), FromLeft(words + word));
+    });
+    if (words[wordCount - 1] >> (WORD_BITS - 1) != 0)
         *edge++ = width;
-    const auto count = static_cast<std::size_t>(edge - edges) / 2;
-    edge[0] = edge[1] = RunLabeling::END;
-    return count;
+    row.runCount = static_cast<std::size_t>(edge - row.edges.data()) / 2;
+    edge[0] = END - 1;
+    edge[1] = END;
 }
 
 /// Takes the pixels without a neighbour out of a row and writes their columns; returns where the
-/// next one goes.
-std::int32_t *SetApart(const std::uint64_t *above, std::uint64_t *row, const std::uint64_t *below,
-                       std::size_t wordCount, std::int32_t *columns) {
-    std::uint64_t carry = 0;
-    for (std::size_t word = 0; word < wordCount; ++word) {
-        const std::uint64_t bits = row[word];
-        const std::uint64_t fromLeft = bits << 1 | carry;
-        const std::uint64_t fromRight = bits >> 1 | row[word + 1] << (WORD_BITS - 1);
-        const std::uint64_t lone = bits & ~(fromLeft | fromRight | above[word] | below[word]);
-        columns = WritePlaces(lone, static_cast<std::int32_t>(word) * WORD_BITS, columns);
-        row[word] = bits ^ lone;
-        carry = bits >> (WORD_BITS - 1);
-    }
-    return columns;
+/// next one goes. What is left of the row goes to another one.
+std::int32_t *SetApart(const RowWords &above, const RowWords &row, const RowWords &below,
+                       RowWords &rest, std::int32_t *columns) {
+    return WriteAllPlaces(row.Count(), columns, [&](std::size_t word) {
+        const WordTag d;
+        const Words bits = hn::LoadU(d, row.data() + word);
+        const Words beside = hn::Or(FromLeft(row.data() + word), FromRight(row.data() + word));
+        const Words about =
+            hn::Or(hn::LoadU(d, above.data() + word), hn::LoadU(d, below.data() + word));
+        const Words lone = hn::AndNot(hn::Or(beside, about), bits);
+        hn::StoreU(hn::Xor(bits, lone), d, rest.data() + word);
+        return lone;
+    });
 }
 
 /// The sides of a box, in one register. What was stored side by side could not be loaded as one
@@ -165,19 +338,24 @@ std::size_t MergeRuns(const Row &above, Row &row, int y, Component *components,
     const std::int32_t *edges = row.edges.data();
     std::uint32_t *ofRun = row.component.data();
     const RunSides sidesOf(y);
+    const auto passThoseBefore = [&](std::int32_t start) {
+        for (; upper[1] <= start; upper += 2)
+            ++upperComponent;
+    };
+    passThoseBefore(edges[0]);
     for (const std::int32_t *const end = edges + 2 * row.runCount; edges < end; edges += 2) {
         const Sides sides = sidesOf(edges);
-        for (; upper[1] <= edges[0]; upper += 2)
-            ++upperComponent;
         auto number = static_cast<std::uint32_t>(count);
         if (upper[0] < edges[1]) {
             number = *upperComponent;
             for (; upper[2] < edges[1]; upper += 2)
                 number = Join(components, number, *++upperComponent);
             Widen(components[number], sides, LengthOf(edges));
+            passThoseBefore(edges[2]);
         } else {
             firstColumns[count] = edges[0];
             Begin(components[count++], sides, LengthOf(edges), number);
+            passThoseBefore(edges[2]);
         }
         *ofRun++ = number;
     }
@@ -185,36 +363,35 @@ std::size_t MergeRuns(const Row &above, Row &row, int y, Component *components,
 }
 
 /// Notes where runs start and how many do before each word.
-void IndexStarts(const std::uint64_t *words, std::size_t wordCount,
-                 RunLabeling::WordStarts *starts) {
+void IndexStarts(Row &row) {
     std::uint32_t before = 0;
     std::uint64_t carry = 0;
-    for (std::size_t word = 0; word < wordCount; ++word) {
-        const std::uint64_t bits = words[word];
-        starts[word] = {bits & ~(bits << 1 | carry), before};
-        before += static_cast<std::uint32_t>(std::popcount(starts[word].bits));
+    for (std::size_t word = 0; word < row.words.Count(); ++word) {
+        const std::uint64_t bits = row.words[word];
+        row.starts[word] = {bits & ~(bits << 1 | carry), before};
+        before += static_cast<std::uint32_t>(std::popcount(row.starts[word].bits));
         carry = bits >> (WORD_BITS - 1);
     }
 }
 
 /// The place in its row of the run to which this set bit of the word belongs; any place for a bit
 /// past the word.
-HWY_INLINE std::uint32_t RunAt(const RunLabeling::WordStarts &starts, int bit) {
+HWY_INLINE std::uint32_t RunAt(const WordStarts &starts, int bit) {
     const std::uint64_t upTo = ~std::uint64_t{0} >> ((WORD_BITS - 1 - bit) & (WORD_BITS - 1));
     return starts.before + static_cast<std::uint32_t>(std::popcount(starts.bits & upTo)) - 1;
 }
 
 /// Finds the pairs of runs that share a column: each stretch of pixels that both rows have is one.
 /// Returns how many.
-std::size_t FindTouches(const Row &above, const Row &row, RunLabeling::Touch *touches) {
-    RunLabeling::Touch *end = touches;
+std::size_t FindTouches(const Row &above, const Row &row, Touch *touches) {
+    Touch *end = touches;
     std::uint64_t carry = 0;
-    for (std::size_t word = 0; word < row.starts.size(); ++word) {
+    for (std::size_t word = 0; word < row.words.Count(); ++word) {
         const std::uint64_t common = above.words[word] & row.words[word];
-        const RunLabeling::WordStarts upper = above.starts[word];
-        const RunLabeling::WordStarts lower = row.starts[word];
+        const WordStarts upper = above.starts[word];
+        const WordStarts lower = row.starts[word];
         end = WriteBits(common & ~(common << 1 | carry), end, [&](int bit) {
-            return RunLabeling::Touch{RunAt(upper, bit), RunAt(lower, bit)};
+            return Touch{RunAt(upper, bit), RunAt(lower, bit)};
         });
         carry = common >> (WORD_BITS - 1);
     }
@@ -224,9 +401,9 @@ std::size_t FindTouches(const Row &above, const Row &row, RunLabeling::Touch *to
 /// Gives the runs of a row the components of those they touch in the row above, and joins
 /// components that meet. What is done with a touch depends on data that cannot be foretold, so the
 /// first touch of each run and the others are told apart without a branch.
-void JoinTouching(const Row &above, Row &row, RunLabeling::Touch *touches, std::size_t touchCount,
+void JoinTouching(const Row &above, Row &row, Touch *touches, std::size_t touchCount,
                   Component *components) {
-    std::fill_n(row.component.begin(), row.runCount, RunLabeling::NONE);
+    std::fill_n(row.component.begin(), row.runCount, NONE);
     for (std::size_t i = touchCount; i-- > 0;)
         row.component[touches[i].lower] = above.component[touches[i].upper];
     std::size_t others = 0;
@@ -252,7 +429,7 @@ std::size_t AddRuns(Row &row, int y, Component *components, std::int32_t *firstC
     for (std::size_t run = 0; run < runCount; ++run, edges += 2) {
         const Sides sides = sidesOf(edges);
         const auto next = static_cast<std::uint32_t>(count);
-        const bool isNew = ofRuns[run] == RunLabeling::NONE;
+        const bool isNew = ofRuns[run] == NONE;
         Begin(components[count], sides, 0, next);
         firstColumns[count] = edges[0];
         // No branch, for it could not be foretold.
@@ -274,106 +451,87 @@ void FoldIntoWhole(Component *components, std::size_t count) {
     }
 }
 
+/// Makes room for so many more, doubling.
+template <typename Value>
+Value *MakeRoom(std::vector<Value> &values, std::size_t used, std::size_t more) {
+    if (HWY_UNLIKELY(used + more > values.size()))
+        values.resize(2 * values.size() + more);
+    return values.data() + used;
+}
+
+/// Returns how many components there are.
+std::size_t Label(const PixelClass &pixels, int width, int height, RunLabeling::Scratch &scratch,
+                  RunLabeling::Noted *noted) {
+    Row rows[] = {Row(width), Row(width)};
+    RowWords here(width);
+    RowWords below(width);
+    const auto fewRuns =
+        static_cast<std::size_t>(FEW_RUNS_A_WORD * static_cast<double>(WordsOf(width)));
+    const std::size_t mostRuns = static_cast<std::size_t>(width) / 2 + 1;
+    std::vector<Touch> touches(mostRuns + SPARE);
+    RunLabeling::LonePixels &lone = scratch.lone;
+    lone.rowEnds.clear();
+    std::size_t count = 0;
+    std::size_t loneCount = 0;
+    bool isNoise = false;
+    pixels.MarkRow(0, below.data());
+    for (int y = 0; y < height; ++y) {
+        Row &row = rows[y % 2];
+        Row &above = rows[(y + 1) % 2];
+        here.swap(below);
+        if (y + 1 < height)
+            pixels.MarkRow(y + 1, below.data());
+        else
+            below.Clear();
+        std::size_t apart = 0;
+        if (isNoise && !noted) {
+            std::int32_t *const columns = MakeRoom(lone.columns, loneCount, mostRuns + SPARE);
+            apart = static_cast<std::size_t>(
+                SetApart(above.words, here, below, row.words, columns) - columns);
+            loneCount += apart;
+        } else {
+            row.words.swap(here);
+        }
+        lone.rowEnds.push_back(loneCount);
+        FindRuns(row, width);
+        isNoise = row.runCount + apart > fewRuns;
+        Component *const components = MakeRoom(scratch.components, count, row.runCount + 1) - count;
+        std::int32_t *const columns =
+            MakeRoom(scratch.firstColumns, count, row.runCount + 1) - count;
+        if (std::min(above.runCount, row.runCount) <= fewRuns) {
+            count = MergeRuns(above, row, y, components, columns, count);
+        } else {
+            IndexStarts(above);
+            IndexStarts(row);
+            const std::size_t touchCount = FindTouches(above, row, touches.data());
+            JoinTouching(above, row, touches.data(), touchCount, components);
+            count = AddRuns(row, y, components, columns, count);
+        }
+        if (noted) {
+            noted->rows.push_back(noted->components.size());
+            noted->components.insert(noted->components.end(), row.component.begin(),
+                                     row.component.begin() +
+                                         static_cast<std::ptrdiff_t>(row.runCount));
+        }
+    }
+    FoldIntoWhole(scratch.components.data(), count);
+    return count;
+}
+
 } // namespace tavix::HWY_NAMESPACE
 HWY_AFTER_NAMESPACE();
 
 #if HWY_ONCE
 namespace tavix {
 
-HWY_EXPORT(FindRuns);
-HWY_EXPORT(SetApart);
-HWY_EXPORT(IndexStarts);
-HWY_EXPORT(FindTouches);
-HWY_EXPORT(JoinTouching);
-HWY_EXPORT(AddRuns);
-HWY_EXPORT(MergeRuns);
-HWY_EXPORT(FoldIntoWhole);
-
-/// A row of more runs a word than that is noise: runs are not merged one by one, and the next row's
-/// pixels without a neighbour are set apart.
-constexpr double FEW_RUNS_A_WORD = 2.5;
-
-namespace {
-
-using Row = RunLabeling::Row;
-
-/// Makes room for so many more, doubling.
-template <typename Value>
-Value *MakeRoom(std::vector<Value> &values, std::size_t used, std::size_t more) {
-    if (used + more > values.size())
-        values.resize(2 * values.size() + more);
-    return values.data() + used;
-}
-
-} // namespace
+HWY_EXPORT(Label);
 
 RunLabeling::RunLabeling(const PixelClass &pixels, int width, int height, Runs runs,
                          Scratch &scratch)
     : m_components(scratch.components), m_firstColumns(scratch.firstColumns), m_lone(scratch.lone) {
-    const std::size_t wordCount = WordsOf(width);
-    const auto fewRuns = static_cast<std::size_t>(FEW_RUNS_A_WORD * static_cast<double>(wordCount));
-    const std::size_t mostRuns = static_cast<std::size_t>(width) / 2 + 1;
-    std::vector<Touch> touches(mostRuns + SPARE);
-    std::vector<std::uint64_t> below(wordCount + 1);
-    Row above;
-    Row row;
-    for (Row *one : {&above, &row}) {
-        one->edges.resize(2 * mostRuns + SPARE);
-        std::fill_n(one->edges.begin(), SPARE, END);
-        one->component.resize(mostRuns);
-        one->words.resize(wordCount + 1);
-        one->starts.resize(wordCount);
-    }
-    m_lone.rowEnds.clear();
-    std::size_t count = 0;
-    std::size_t loneCount = 0;
-    bool isNoise = false;
-    pixels.MarkRow(0, below.data());
-    for (int y = 0; y < height; ++y) {
-        row.words.swap(below);
-        if (y + 1 < height)
-            pixels.MarkRow(y + 1, below.data());
-        else
-            std::ranges::fill(below, 0);
-        std::size_t apart = 0;
-        if (isNoise && runs == Runs::Forgotten) {
-            std::int32_t *const columns = MakeRoom(m_lone.columns, loneCount, mostRuns + SPARE);
-            apart = static_cast<std::size_t>(
-                HWY_DYNAMIC_DISPATCH(SetApart)(above.words.data(), row.words.data(), below.data(),
-                                               wordCount, columns) -
-                columns);
-        }
-        loneCount += apart;
-        m_lone.rowEnds.push_back(loneCount);
-        row.runCount =
-            HWY_DYNAMIC_DISPATCH(FindRuns)(row.words.data(), wordCount, width, row.edges.data());
-        isNoise = row.runCount + apart > fewRuns;
-        MakeRoom(m_components, count, row.runCount + 1);
-        MakeRoom(m_firstColumns, count, row.runCount + 1);
-        if (std::min(above.runCount, row.runCount) <= fewRuns) {
-            count = HWY_DYNAMIC_DISPATCH(MergeRuns)(above, row, y, m_components.data(),
-                                                    m_firstColumns.data(), count);
-        } else {
-            for (Row *const one : {&above, &row})
-                HWY_DYNAMIC_DISPATCH(IndexStarts)
-            (one->words.data(), wordCount, one->starts.data());
-            const std::size_t touchCount =
-                HWY_DYNAMIC_DISPATCH(FindTouches)(above, row, touches.data());
-            HWY_DYNAMIC_DISPATCH(JoinTouching)
-            (above, row, touches.data(), touchCount, m_components.data());
-            count = HWY_DYNAMIC_DISPATCH(AddRuns)(row, y, m_components.data(),
-                                                  m_firstColumns.data(), count);
-        }
-        if (runs == Runs::Noted) {
-            m_rows.push_back(m_noted.size());
-            m_noted.insert(m_noted.end(), row.component.begin(),
-                           row.component.begin() + static_cast<std::ptrdiff_t>(row.runCount));
-        }
-        std::swap(above, row);
-    }
-    m_count = count;
-    HWY_DYNAMIC_DISPATCH(FoldIntoWhole)(m_components.data(), count);
-    for (std::uint32_t &component : m_noted)
+    m_count = HWY_DYNAMIC_DISPATCH(Label)(pixels, width, height, scratch,
+                                          runs == Runs::Noted ? &m_noted : nullptr);
+    for (std::uint32_t &component : m_noted.components)
         component = FindWhole(m_components.data(), component);
 }
 

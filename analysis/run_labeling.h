@@ -22,7 +22,6 @@
 #include "TAVIX20/analysis/pixel_class.h"
 
 #include <cstdint>
-#include <limits>
 #include <span>
 #include <vector>
 
@@ -45,17 +44,6 @@ public:
         Box box;
         std::uint32_t pixelCount;
         std::uint32_t parent; ///< Its own number when it is whole.
-    };
-
-    static constexpr std::uint32_t NONE = ~std::uint32_t{0};
-    static constexpr std::int32_t END = std::numeric_limits<std::int32_t>::max();
-    /// How much is written beyond the end of a list.
-    static constexpr int SPARE = 16;
-
-    /// Two runs with a column in common, by their places in their rows.
-    struct Touch {
-        std::uint32_t upper;
-        std::uint32_t lower;
     };
 
     /// Whether the component of every run is noted, too. If so, no pixel is kept apart.
@@ -84,21 +72,12 @@ public:
     const std::int32_t *FirstColumns() const { return m_firstColumns.data(); }
     /// The whole component of each run, in raster order, and each row's first run; where they are
     /// noted.
-    const std::vector<std::uint32_t> &ComponentsOfRuns() const { return m_noted; }
-    const std::vector<std::size_t> &Rows() const { return m_rows; }
+    const std::vector<std::uint32_t> &ComponentsOfRuns() const { return m_noted.components; }
+    const std::vector<std::size_t> &Rows() const { return m_noted.rows; }
 
-    /// Where runs start in a word, and how many do before it.
-    struct WordStarts {
-        std::uint64_t bits;
-        std::uint32_t before;
-    };
-    /// The runs of a row.
-    struct Row {
-        std::vector<std::int32_t> edges;      ///< Start and end of each, end exclusive; END behind.
-        std::vector<std::uint32_t> component; ///< Of each.
-        std::vector<std::uint64_t> words;     ///< The pixels, and a word of none.
-        std::vector<WordStarts> starts;       ///< Only where it was needed.
-        std::size_t runCount = 0;
+    struct Noted {
+        std::vector<std::uint32_t> components; ///< Of each run.
+        std::vector<std::size_t> rows;         ///< The first run of each row.
     };
 
 private:
@@ -106,8 +85,7 @@ private:
     std::vector<std::int32_t> &m_firstColumns;
     LonePixels &m_lone;
     std::size_t m_count = 0;
-    std::vector<std::uint32_t> m_noted;
-    std::vector<std::size_t> m_rows;
+    Noted m_noted;
 };
 
 struct RunLabeling::Scratch {
