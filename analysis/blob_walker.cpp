@@ -13,6 +13,9 @@
 HWY_BEFORE_NAMESPACE();
 namespace tavix::HWY_NAMESPACE {
 
+static_assert(std::endian::native == std::endian::little,
+              "bits of a row follow each other in bytes");
+
 using Word = std::uint64_t;
 using Stretch = BlobWalker::Stretch;
 using TavixArray::detail::PointPool;
@@ -29,33 +32,43 @@ HWY_INLINE Word Ones(int count) {
     return ~Word{0} >> (WORD_BITS - count);
 }
 
-/// Bit MIDDLE is pixel x, and NEAR pixels on each side lie around it. To the left of the row lies
-/// the empty word of the row before.
-constexpr int MIDDLE = WORD_BITS / 2;
-constexpr int NEAR = MIDDLE - 1;
-
-/// The WORD_BITS pixels around x.
+/// The WORD_BITS pixels around x, 32 or more of them to its left and 24 or more to its right. They
+/// begin with a byte, so that one load gets them. To the left of the row lies the empty word of the
+/// row before.
 class Window {
 public:
     HWY_INLINE explicit Window(int x)
-        : m_word((x - MIDDLE) >> 6), // Below 0 it rounds down.
-          m_bit(static_cast<unsigned>(x - MIDDLE) % WORD_BITS) {}
+        : m_byte((x >> 3) - BEFORE / 8), m_bit(static_cast<unsigned>(BEFORE + (x & 7))) {}
 
-    HWY_INLINE Word Of(const Word *row) const { return Of(row, row); }
-    /// What is set in one row or in the other.
-    HWY_INLINE Word Of(const Word *row, const Word *other) const {
-        return (row[m_word] | other[m_word]) >> m_bit | (row[m_word + 1] | other[m_word + 1])
-                                                            << 1 << (WORD_BITS - 1 - m_bit);
+    /// The place of x.
+    HWY_INLINE unsigned Bit() const { return m_bit; }
+    HWY_INLINE Word Of(const Word *row) const {
+        Word bits;
+        std::memcpy(&bits, reinterpret_cast<const char *>(row) + m_byte, sizeof bits);
+        return bits;
     }
+    /// What is stored can be loaded before it reaches the cache, but only from within one store:
+    /// this one holds all windows whose pixels are in this one.
     HWY_INLINE void Clear(Word *row, Word bits) const {
-        row[m_word] &= ~(bits << m_bit);
-        row[m_word + 1] &= ~(bits >> 1 >> (WORD_BITS - 1 - m_bit));
+        typedef Word Words __attribute__((vector_size(4 * sizeof(Word))));
+        char *const bytes = reinterpret_cast<char *>(row) + m_byte - sizeof(Word);
+        Words words;
+        std::memcpy(&words, bytes, sizeof words);
+        words &= ~Words{0, bits, 0, 0};
+        std::memcpy(bytes, &words, sizeof words);
     }
 
 private:
-    std::ptrdiff_t m_word;
+    static constexpr int BEFORE = WORD_BITS / 2;
+
+    std::ptrdiff_t m_byte;
     unsigned m_bit;
 };
+
+/// The place of the highest set bit of a word that has one.
+HWY_INLINE int HighestBit(Word bits) {
+    return WORD_BITS - 1 - std::countl_zero(bits);
+}
 
 /// How many unvisited pixels follow each other to the left of x.
 HWY_NOINLINE int CountToTheLeft(const Word *row, int x) {
@@ -151,7 +164,12 @@ public:
     std::int64_t Count() const { return m_next - m_pool.Next(); }
     bool IsFull() const { return Count() == m_maxCount; }
     /// Whether so many can be written, and are not the last ones that may be.
-    HWY_INLINE bool HasMoreThan(int count) const { return count < m_limit - m_next; }
+    HWY_INLINE bool HasMoreThan(int count) const {
+        // Addresses, for the difference of two pointers is divided; and there may be no memory yet.
+        return reinterpret_cast<std::uintptr_t>(m_next) +
+                   static_cast<std::size_t>(count) * sizeof(POINT) <
+               reinterpret_cast<std::uintptr_t>(m_limit);
+    }
     /// Makes room for count more points; returns for how many, less when so many may not be.
     HWY_NOINLINE int Admit(int count) {
         const std::int64_t written = Count();
@@ -225,15 +243,11 @@ HWY_NOINLINE bool FindFarBranch(Stretch &stretch, Output &out, std::ptrdiff_t st
     return isFound;
 }
 
-/// The bit of a window in which the row was entered.
-constexpr Word ENTRY = Word{1} << MIDDLE;
-
 /// Where a near stretch goes on, of its pixels next to unvisited ones: the nearest to its end,
-/// which is there then.
-HWY_INLINE int TurnOff(Word &near, Word candidates) {
-    const bool isLeft = (near & (ENTRY - 1)) != 0;
-    const int bit =
-        isLeft ? std::countr_zero(candidates) : WORD_BITS - 1 - std::countl_zero(candidates);
+/// which is there then. Entry is the bit in which it began.
+HWY_INLINE int TurnOff(Word &near, Word entry, Word candidates) {
+    const bool isLeft = (near & (entry - 1)) != 0;
+    const int bit = isLeft ? std::countr_zero(candidates) : HighestBit(candidates);
     near &= isLeft ? ~Word{0} << bit : ~Word{0} >> (WORD_BITS - 1 - bit);
     return bit;
 }
@@ -243,37 +257,44 @@ HWY_INLINE int TurnOff(Word &near, Word candidates) {
 std::size_t TraceBlob(BlobWalker::Scratch &scratch, int seedX, int seedY, std::int64_t maxCount) {
     const std::ptrdiff_t stride = scratch.unvisited.Row(1) - scratch.unvisited.Row(0);
     Output out(scratch.points, scratch.unvisited, maxCount);
-    Stretch *way = scratch.way.data();
+    Stretch *wayStart = scratch.way.data();
+    Stretch *way = wayStart;
     Stretch *wayEnd = way + scratch.way.size();
     Word *row = scratch.unvisited.Row(seedY);
     for (int x = seedX, y = seedY;;) {
         const Window window(x);
-        const Word bits = window.Of(row);
-        int toTheLeft = std::countl_one(bits << MIDDLE);
-        int toTheRight = std::countr_one(bits >> MIDDLE >> 1);
-        // Which side it is cannot be foretold, so that one piece of code serves both.
-        const bool isLeft = toTheLeft > 0;
-        const int count = 1 + toTheLeft + (toTheRight & (static_cast<int>(isLeft) - 1));
+        unsigned at = window.Bit();
+        Word entry = Word{1} << at;
+        const Word bits = window.Of(row) | entry; // A seed may have been visited.
+        const bool isLeft = (bits & entry >> 1) != 0;
+        // To the left, from after the nearest visited pixel on; to the right, what a carry runs
+        // through.
+        const Word visitedBefore = ~bits & (entry - 1);
+        const Word toTheLeft = 2 * entry - (Word{2} << HighestBit(visitedBefore | 1));
+        const Word toTheRight = bits & ~(bits + entry);
+        const Word stretch = isLeft ? toTheLeft : toTheRight;
+        const int count = std::popcount(stretch);
         int from = x;
         int to = 0;
         Word near = 0;
+        Word up = 0;
         Word candidates = 0;
         Word others = 0;
-        if (HWY_LIKELY(toTheLeft < MIDDLE && toTheRight < NEAR && out.HasMoreThan(count))) {
+        if (HWY_LIKELY(visitedBefore != 0 && stretch >> (WORD_BITS - 1) == 0 &&
+                       out.HasMoreThan(count))) {
             out.Write(x, y, isLeft, count);
-            near = Ones(count) << (isLeft ? MIDDLE - toTheLeft : MIDDLE);
+            near = stretch;
             window.Clear(row, near);
-            candidates = window.Of(row - stride, row + stride) & near;
-            others = bits & ~near & ENTRY << 1;
+            up = window.Of(row - stride);
+            candidates = (up | window.Of(row + stride)) & near;
+            others = bits & ~near & entry << 1;
         } else {
-            if (toTheLeft == MIDDLE)
-                toTheLeft = CountToTheLeft(row, x);
-            if (toTheRight == NEAR)
-                toTheRight = CountToTheRight(row, x);
             Stretch far{0, row, from, to, y};
-            TakeMany(far, out, x, isLeft, 1 + (isLeft ? toTheLeft : toTheRight));
+            TakeMany(far, out, x, isLeft,
+                     1 + (isLeft ? CountToTheLeft(row, x) : CountToTheRight(row, x)));
             to = far.to;
         }
+        bool isUp = false;
         while (true) {
             if (HWY_UNLIKELY(near == 0)) {
                 Stretch far{0, row, from, to, y};
@@ -281,9 +302,11 @@ std::size_t TraceBlob(BlobWalker::Scratch &scratch, int seedX, int seedY, std::i
                 if (out.IsFull())
                     return static_cast<std::size_t>(out.Count());
                 x = to = far.to;
-                if (isFound)
+                if (isFound) {
+                    isUp = (row[x / WORD_BITS - stride] >> x % WORD_BITS & 1) != 0;
                     break;
-            } else if ((candidates & ~ENTRY) == 0 && others != 0) {
+                }
+            } else if (HWY_UNLIKELY(others != 0) && (candidates & ~entry) == 0) {
                 // Back where the row was entered.
                 Stretch far{0, row, from, to, y};
                 TakeMany(far, out, from + 1, false, CountToTheRight(row, from));
@@ -291,10 +314,12 @@ std::size_t TraceBlob(BlobWalker::Scratch &scratch, int seedX, int seedY, std::i
                 near = 0;
                 continue;
             } else if (candidates != 0) {
-                x = from + TurnOff(near, candidates) - MIDDLE;
+                const int bit = TurnOff(near, entry, candidates);
+                x = from + bit - static_cast<int>(at);
+                isUp = (up >> bit & 1) != 0;
                 break;
             }
-            if (way == scratch.way.data())
+            if (way == wayStart)
                 return static_cast<std::size_t>(out.Count());
             --way;
             near = way->near;
@@ -303,18 +328,20 @@ std::size_t TraceBlob(BlobWalker::Scratch &scratch, int seedX, int seedY, std::i
             to = way->to;
             y = way->y;
             const Window back(from);
-            candidates = back.Of(row - stride, row + stride) & near;
-            others = back.Of(row) & ENTRY << 1;
+            at = back.Bit();
+            entry = Word{1} << at;
+            up = back.Of(row - stride);
+            candidates = (up | back.Of(row + stride)) & near;
+            others = back.Of(row) & entry << 1;
         }
         if (HWY_UNLIKELY(way == wayEnd)) {
             const std::size_t size = scratch.way.size();
             scratch.way.resize(2 * size + 1);
-            way = scratch.way.data() + size;
-            wayEnd = scratch.way.data() + scratch.way.size();
+            wayStart = scratch.way.data();
+            way = wayStart + size;
+            wayEnd = wayStart + scratch.way.size();
         }
         *way++ = {near, row, from, to, y};
-        const Word *const above = row - stride;
-        const bool isUp = (above[x / WORD_BITS] >> x % WORD_BITS & 1) != 0;
         y += isUp ? -1 : 1;
         row += isUp ? -stride : stride;
     }

@@ -43,7 +43,7 @@ class BlobWalker {
 public:
     /// Pixels of a row from which the walk may have to go on, in the order in which it took them.
     struct Stretch {
-        /// Bits of a word in whose middle the first pixel is, if all are as near as that; else 0.
+        /// Bits of the 64 pixels around the first one, if all are as near as that; else 0.
         std::uint64_t near;
         std::uint64_t *row;
         int from;

@@ -237,10 +237,15 @@ using BlobTargetsTest = EachTargetTest;
 INSTANTIATE_TEST_SUITE_P(Targets, BlobTargetsTest, EACH_TARGET, TargetName);
 
 TEST_P(BlobTargetsTest, FindTheSameBlobs) {
-    for (const double density : {0.05, 0.5, 0.8}) {
-        const CTavixImage8 image = Noise(211, 30, density, m_random);
-        ASSERT_NO_FATAL_FAILURE(ExpectAsLiteral(image, ForValue(image, 255)));
-    }
+    for (const int width : {211, 512})
+        for (const double density : {0.05, 0.5, 0.8}) {
+            const CTavixImage8 noise = Noise(width, 20, density, m_random);
+            ASSERT_NO_FATAL_FAILURE(ExpectAsLiteral(noise, ForValue(noise, 255)));
+            // Stretches of all lengths, up to many words.
+            const CTavixImage8 wide = Drawn(
+                width, 20, [&](int x, int y) { return noise.GetPixel(x * x / width, y) != 0; });
+            ASSERT_NO_FATAL_FAILURE(ExpectAsLiteral(wide, ForValue(wide, 255)));
+        }
 }
 
 TEST(BlobListTest, ListsChangeByThemselves) {
