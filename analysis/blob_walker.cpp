@@ -70,6 +70,11 @@ HWY_INLINE int HighestBit(Word bits) {
     return WORD_BITS - 1 - std::countl_zero(bits);
 }
 
+/// Those bits from a set one upwards that follow each other: a carry runs through them.
+HWY_INLINE Word RunFrom(Word first, Word bits) {
+    return bits & ~(bits + first);
+}
+
 /// How many unvisited pixels follow each other to the left of x.
 HWY_NOINLINE int CountToTheLeft(const Word *row, int x) {
     // Of the word that ends before x; row - 1 is the empty word of the row before. Its first bit is
@@ -267,11 +272,10 @@ std::size_t TraceBlob(BlobWalker::Scratch &scratch, int seedX, int seedY, std::i
         Word entry = Word{1} << at;
         const Word bits = window.Of(row) | entry; // A seed may have been visited.
         const bool isLeft = (bits & entry >> 1) != 0;
-        // To the left, from after the nearest visited pixel on; to the right, what a carry runs
-        // through.
+        // To the left, from after the nearest visited pixel on.
         const Word visitedBefore = ~bits & (entry - 1);
         const Word toTheLeft = 2 * entry - (Word{2} << HighestBit(visitedBefore | 1));
-        const Word toTheRight = bits & ~(bits + entry);
+        const Word toTheRight = RunFrom(entry, bits);
         const Word stretch = isLeft ? toTheLeft : toTheRight;
         const int count = std::popcount(stretch);
         int from = x;
@@ -308,6 +312,18 @@ std::size_t TraceBlob(BlobWalker::Scratch &scratch, int seedX, int seedY, std::i
                 }
             } else if (HWY_UNLIKELY(others != 0) && (candidates & ~entry) == 0) {
                 // Back where the row was entered.
+                const Window here(from);
+                const Word rest = RunFrom(entry, here.Of(row) | entry);
+                const int more = std::popcount(rest) - 1;
+                if (HWY_LIKELY(rest >> (WORD_BITS - 1) == 0 && out.HasMoreThan(more))) {
+                    out.Write(from + 1, y, false, more);
+                    near = rest;
+                    here.Clear(row, near);
+                    up = here.Of(row - stride);
+                    candidates = (up | here.Of(row + stride)) & near;
+                    others = 0;
+                    continue;
+                }
                 Stretch far{0, row, from, to, y};
                 TakeMany(far, out, from + 1, false, CountToTheRight(row, from));
                 to = far.to;
