@@ -1,9 +1,10 @@
 #include "TAVIX20/containers/point_block.h"
 
+#include "TAVIX20/containers/point_pieces.h"
+
 #include <algorithm>
 #include <atomic>
 #include <cstdint>
-#include <cstdlib>
 #include <limits>
 #include <new>
 
@@ -11,31 +12,11 @@ namespace TavixArray::detail {
 
 namespace {
 
-/// Of a piece for many blocks: so much may stay in use for the sake of one of them.
-constexpr std::size_t POINTS_OF_PIECE = 8192;
+/// How much larger a piece for one large block becomes: what is not written takes no memory yet.
+constexpr std::size_t GROWTH = 8;
 /// The shares that a pool holds in its piece. It gives them away without counting them one by one,
 /// which would be an atomic operation each, and settles the rest when it leaves the piece.
 constexpr std::size_t SHARES_OF_POOL = std::numeric_limits<std::size_t>::max() / 2;
-
-PointPiece *Allocate(PointPiece *old, std::size_t capacity, std::size_t owners) {
-    if (capacity > (PTRDIFF_MAX - sizeof(PointPiece)) / sizeof(tagPOINT))
-        throw std::bad_alloc();
-    auto *const piece = static_cast<PointPiece *>(
-        std::realloc(old, sizeof(PointPiece) + capacity * sizeof(tagPOINT)));
-    if (!piece)
-        throw std::bad_alloc();
-    piece->owners = owners;
-    piece->capacity = capacity;
-    return piece;
-}
-
-void GiveBack(PointPiece *piece, std::size_t shares) {
-    const std::atomic_ref owners(piece->owners);
-    // The last owner is alone with it.
-    if (owners.load(std::memory_order_acquire) == shares ||
-        owners.fetch_sub(shares, std::memory_order_acq_rel) == shares)
-        std::free(piece);
-}
 
 } // namespace
 
@@ -46,7 +27,7 @@ std::size_t PointBlock::Capacity() const {
 }
 
 void PointBlock::MoveTo(std::size_t capacity) {
-    PointPiece *const piece = Allocate(nullptr, capacity, 1);
+    PointPiece *const piece = NewPiece(capacity, 1);
     std::copy_n(m_points, std::min(m_size, capacity), piece->Points());
     Release();
     m_piece = piece;
@@ -90,10 +71,10 @@ void PointBlock::shrink_to_fit() {
 
 void PointPool::MakeRoom(std::size_t size, std::size_t written, std::size_t most) {
     if (m_piece && m_blocks == 0) {
-        m_piece = Allocate(m_piece, std::clamp(2 * m_piece->capacity, size, most), SHARES_OF_POOL);
+        m_piece = GrownPiece(m_piece, std::clamp(GROWTH * m_piece->capacity, size, most), written);
         return;
     }
-    PointPiece *const piece = Allocate(nullptr, std::max(size, POINTS_OF_PIECE), SHARES_OF_POOL);
+    PointPiece *const piece = NewPiece(std::max(size, POINTS_OF_PIECE), SHARES_OF_POOL);
     std::copy_n(Next(), written, piece->Points());
     Release();
     m_piece = piece;
@@ -101,7 +82,8 @@ void PointPool::MakeRoom(std::size_t size, std::size_t written, std::size_t most
 
 PointBlock PointPool::TakeMany(std::size_t count) {
     if (m_blocks == 0 && count > POINTS_OF_PIECE / 2) {
-        PointPiece *const piece = Allocate(m_piece, count, 1);
+        PointPiece *const piece = TrimmedPiece(m_piece, count);
+        piece->owners = 1;
         m_piece = nullptr;
         return {piece, piece->Points(), count};
     }
