@@ -32,16 +32,19 @@ HWY_INLINE Word Ones(int count) {
     return ~Word{0} >> (WORD_BITS - count);
 }
 
-/// The WORD_BITS pixels around x, 32 or more of them to its left and 24 or more to its right. They
-/// begin with a byte, so that one load gets them. To the left of the row lies the empty word of the
-/// row before.
+/// WORD_BITS pixels of a row, x among them. They begin with a byte, so that one load gets them. To
+/// the left of the row lies the empty word of the row before.
 class Window {
 public:
-    HWY_INLINE explicit Window(int x)
-        : m_byte((x >> 3) - BEFORE / 8), m_bit(static_cast<unsigned>(BEFORE + (x & 7))) {}
+    /// 32 or more pixels to the left of x and 24 or more to its right.
+    HWY_INLINE static Window Around(int x) { return {x, WORD_BITS / 2 + (x & 7)}; }
+    /// 56 or more pixels to the right of x.
+    HWY_INLINE static Window From(int x) { return {x, x & 7}; }
+    /// The one in which x has this place.
+    HWY_INLINE Window(int x, int bit) : m_byte((x - bit) >> 3), m_bit(bit) {}
 
     /// The place of x.
-    HWY_INLINE unsigned Bit() const { return m_bit; }
+    HWY_INLINE int Bit() const { return m_bit; }
     HWY_INLINE Word Of(const Word *row) const {
         Word bits;
         std::memcpy(&bits, reinterpret_cast<const char *>(row) + m_byte, sizeof bits);
@@ -59,10 +62,8 @@ public:
     }
 
 private:
-    static constexpr int BEFORE = WORD_BITS / 2;
-
     std::ptrdiff_t m_byte;
-    unsigned m_bit;
+    int m_bit;
 };
 
 /// The place of the highest set bit of a word that has one.
@@ -267,33 +268,38 @@ std::size_t TraceBlob(BlobWalker::Scratch &scratch, int seedX, int seedY, std::i
     Stretch *wayEnd = way + scratch.way.size();
     Word *row = scratch.unvisited.Row(seedY);
     for (int x = seedX, y = seedY;;) {
-        const Window window(x);
-        unsigned at = window.Bit();
-        Word entry = Word{1} << at;
+        Window window = Window::Around(x);
+        Word entry = Word{1} << window.Bit();
         const Word bits = window.Of(row) | entry; // A seed may have been visited.
         const bool isLeft = (bits & entry >> 1) != 0;
+        Word others = isLeft ? bits & entry << 1 : 0;
         // To the left, from after the nearest visited pixel on.
         const Word visitedBefore = ~bits & (entry - 1);
         const Word toTheLeft = 2 * entry - (Word{2} << HighestBit(visitedBefore | 1));
         const Word toTheRight = RunFrom(entry, bits);
-        const Word stretch = isLeft ? toTheLeft : toTheRight;
+        Word stretch = isLeft ? toTheLeft : toTheRight;
+        bool isNear = visitedBefore != 0 && stretch >> (WORD_BITS - 1) == 0;
+        if (HWY_UNLIKELY(!isNear && !isLeft)) {
+            window = Window::From(x);
+            entry = Word{1} << window.Bit();
+            stretch = RunFrom(entry, window.Of(row) | entry);
+            isNear = stretch >> (WORD_BITS - 1) == 0;
+        }
+        int at = window.Bit();
         const int count = std::popcount(stretch);
         int from = x;
         int to = 0;
         Word near = 0;
         Word up = 0;
         Word candidates = 0;
-        Word others = 0;
-        if (HWY_LIKELY(visitedBefore != 0 && stretch >> (WORD_BITS - 1) == 0 &&
-                       out.HasMoreThan(count))) {
+        if (HWY_LIKELY(isNear && out.HasMoreThan(count))) {
             out.Write(x, y, isLeft, count);
             near = stretch;
             window.Clear(row, near);
             up = window.Of(row - stride);
             candidates = (up | window.Of(row + stride)) & near;
-            others = bits & ~near & entry << 1;
         } else {
-            Stretch far{0, row, from, to, y};
+            Stretch far{0, row, from, to, y, 0};
             TakeMany(far, out, x, isLeft,
                      1 + (isLeft ? CountToTheLeft(row, x) : CountToTheRight(row, x)));
             to = far.to;
@@ -301,7 +307,7 @@ std::size_t TraceBlob(BlobWalker::Scratch &scratch, int seedX, int seedY, std::i
         bool isUp = false;
         while (true) {
             if (HWY_UNLIKELY(near == 0)) {
-                Stretch far{0, row, from, to, y};
+                Stretch far{0, row, from, to, y, 0};
                 const bool isFound = FindFarBranch(far, out, stride);
                 if (out.IsFull())
                     return static_cast<std::size_t>(out.Count());
@@ -312,7 +318,9 @@ std::size_t TraceBlob(BlobWalker::Scratch &scratch, int seedX, int seedY, std::i
                 }
             } else if (HWY_UNLIKELY(others != 0) && (candidates & ~entry) == 0) {
                 // Back where the row was entered.
-                const Window here(from);
+                const Window here = Window::From(from);
+                at = here.Bit();
+                entry = Word{1} << at;
                 const Word rest = RunFrom(entry, here.Of(row) | entry);
                 const int more = std::popcount(rest) - 1;
                 if (HWY_LIKELY(rest >> (WORD_BITS - 1) == 0 && out.HasMoreThan(more))) {
@@ -324,14 +332,14 @@ std::size_t TraceBlob(BlobWalker::Scratch &scratch, int seedX, int seedY, std::i
                     others = 0;
                     continue;
                 }
-                Stretch far{0, row, from, to, y};
+                Stretch far{0, row, from, to, y, 0};
                 TakeMany(far, out, from + 1, false, CountToTheRight(row, from));
                 to = far.to;
                 near = 0;
                 continue;
             } else if (candidates != 0) {
                 const int bit = TurnOff(near, entry, candidates);
-                x = from + bit - static_cast<int>(at);
+                x = from + bit - at;
                 isUp = (up >> bit & 1) != 0;
                 break;
             }
@@ -343,9 +351,9 @@ std::size_t TraceBlob(BlobWalker::Scratch &scratch, int seedX, int seedY, std::i
             from = way->from;
             to = way->to;
             y = way->y;
-            const Window back(from);
-            at = back.Bit();
+            at = way->at;
             entry = Word{1} << at;
+            const Window back(from, at);
             up = back.Of(row - stride);
             candidates = (up | back.Of(row + stride)) & near;
             others = back.Of(row) & entry << 1;
@@ -357,7 +365,7 @@ std::size_t TraceBlob(BlobWalker::Scratch &scratch, int seedX, int seedY, std::i
             way = wayStart + size;
             wayEnd = wayStart + scratch.way.size();
         }
-        *way++ = {near, row, from, to, y};
+        *way++ = {near, row, from, to, y, at};
         y += isUp ? -1 : 1;
         row += isUp ? -stride : stride;
     }

@@ -43,12 +43,13 @@ class BlobWalker {
 public:
     /// Pixels of a row from which the walk may have to go on, in the order in which it took them.
     struct Stretch {
-        /// Bits of the 64 pixels around the first one, if all are as near as that; else 0.
+        /// Bits of 64 pixels with the first one among them, if they hold all; else 0.
         std::uint64_t near;
         std::uint64_t *row;
         int from;
         int to; ///< The last one, unless they are near.
         int y;
+        int at; ///< The bit of the first one, if they are near.
     };
 
     /// The memory of a walk, kept for the next one.
