@@ -15,11 +15,15 @@ namespace {
 
 /// Pieces that were given back. The C library would give their memory back to the system, which
 /// takes longer to provide it anew, page by page, than the analysis of the next picture takes.
+/// Nobody waits for another thread, which in a forked child might not be there: memory is then made
+/// and freed as usual.
 class SparePieces {
 public:
     /// One for at least so many points, and not for many times as many; nothing without.
     PointPiece *Take(std::size_t capacity) {
-        const std::lock_guard lock(m_mutex);
+        const std::unique_lock lock(m_mutex, std::try_to_lock);
+        if (!lock)
+            return nullptr;
         if (capacity == POINTS_OF_PIECE)
             return m_commonCount > 0 ? m_common[--m_commonCount] : nullptr;
         for (PointPiece *&large : m_large)
@@ -29,20 +33,23 @@ public:
     }
     /// Keeps the piece, or frees it or a smaller one when there are enough.
     void Keep(PointPiece *piece) {
-        {
-            const std::lock_guard lock(m_mutex);
-            if (piece->capacity == POINTS_OF_PIECE && m_commonCount < m_common.size())
-                m_common[m_commonCount++] = std::exchange(piece, nullptr);
-            else if (piece->capacity > POINTS_OF_PIECE && piece->capacity <= MOST_OF_LARGE)
-                for (PointPiece *&large : m_large)
-                    if (piece && (!large || large->capacity < piece->capacity))
-                        std::swap(large, piece);
-        }
+        if (const std::unique_lock lock(m_mutex, std::try_to_lock); lock)
+            Swap(piece);
         std::free(piece);
     }
 
 private:
     static constexpr std::size_t MOST_OF_LARGE = std::size_t{1} << 21; ///< 16 MiB.
+
+    /// Puts the piece in its place; it is then what is to be freed, if anything.
+    void Swap(PointPiece *&piece) {
+        if (piece->capacity == POINTS_OF_PIECE && m_commonCount < m_common.size())
+            m_common[m_commonCount++] = std::exchange(piece, nullptr);
+        else if (piece->capacity > POINTS_OF_PIECE && piece->capacity <= MOST_OF_LARGE)
+            for (PointPiece *&large : m_large)
+                if (piece && (!large || large->capacity < piece->capacity))
+                    std::swap(large, piece);
+    }
 
     std::mutex m_mutex;
     std::array<PointPiece *, 512> m_common{}; ///< 32 MiB.
