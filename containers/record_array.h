@@ -153,16 +153,18 @@ protected:
         constexpr std::size_t ahead = 64;
         if (parts.size() > static_cast<std::size_t>(INT32_MAX - m_count) || !Reserve(parts.size()))
             return false;
-        for (Part &part : parts) {
-            if (m_count == m_capacity && Counted() == m_block.size()) {
-                // Of many, the memory of later ones is on its way.
-                __builtin_prefetch(m_block.data() + Counted() + ahead, 1);
-                m_block.emplace_back(std::move(part));
-                m_capacity = ++m_count;
-            } else {
-                Append(T(std::move(part)));
-            }
+        auto part = parts.begin();
+        const auto isFull = [this] { return m_count == m_capacity && Counted() == m_block.size(); };
+        for (; part != parts.end() && !isFull(); ++part)
+            Append(T(std::move(*part)));
+        if (part == parts.end())
+            return true;
+        for (; part != parts.end(); ++part) {
+            // Of many, the memory of later ones is on its way.
+            __builtin_prefetch(m_block.data() + m_block.size() + ahead, 1);
+            m_block.emplace_back(std::move(*part));
         }
+        m_capacity = m_count = static_cast<std::int32_t>(m_block.size());
         return true;
     }
 
