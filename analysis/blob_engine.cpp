@@ -255,13 +255,19 @@ template <typename Walk>
 bool AddLists(BlobMemory &memory, TavixArray::CPointArrayArray &lists, Walk walk) {
     bool isAdded = false;
     InMemory(memory, [&](BlobScratch &scratch) {
+        // Those of the call before are empty: to destroy them would take a pass of its own.
         std::vector<TavixArray::detail::PointBlock> blocks = std::move(scratch.blocks);
-        walk(scratch.walk, [&blocks](PointPool &points, std::size_t size) {
-            blocks.push_back(points.Take(size));
+        std::size_t count = 0;
+        walk(scratch.walk, [&](PointPool &points, std::size_t size) {
+            if (count < blocks.size())
+                blocks[count] = points.Take(size);
+            else
+                blocks.push_back(points.Take(size));
+            ++count;
         });
-        isAdded = lists.Add(blocks);
-        blocks.clear();
-        scratch.blocks = std::move(blocks);
+        isAdded = lists.Add({blocks.data(), count});
+        if (isAdded)
+            scratch.blocks = std::move(blocks);
         return 0;
     });
     return isAdded;
