@@ -19,11 +19,12 @@ ByteBand BandOf(int low, int high) {
             static_cast<std::uint8_t>(std::min(high, 255))};
 }
 
-const std::uint8_t *RowOf(const CTavixImage &image, int y) {
-    return image.GetImagePtr() + RowStride(image.GetBitCount(), image.GetWidth()) * y;
-}
-
 } // namespace
+
+PixelRows::PixelRows(const CTavixImage &image)
+    : m_first(image.GetImagePtr()),
+      m_stride(RowStride(image.GetBitCount(), image.GetWidth())),
+      m_width(static_cast<std::size_t>(image.GetWidth())) {}
 
 std::uint64_t SpanBits(std::int64_t base, int first, int last) {
     const std::int64_t from = std::max<std::int64_t>(first - base, 0);
@@ -39,10 +40,10 @@ void KeepSpan(std::uint64_t *words, std::size_t wordCount, int first, int last) 
 }
 
 BandClass::BandClass(const CTavixImage8 &image, int low, int high)
-    : m_image(image), m_band(BandOf(low, high)) {}
+    : m_rows(image), m_band(BandOf(low, high)) {}
 
 void BandClass::MarkRow(int y, std::uint64_t *words) const {
-    MarkBand(RowOf(m_image, y), static_cast<std::size_t>(m_image.GetWidth()), m_band, words);
+    MarkBand(m_rows[y], m_rows.Width(), m_band, words);
 }
 
 BandClass ThresholdClass(const CTavixImage8 &image, int threshold, int value) {
@@ -52,8 +53,8 @@ BandClass ThresholdClass(const CTavixImage8 &image, int threshold, int value) {
 }
 
 void ListedClass::MarkRow(int y, std::uint64_t *words) const {
-    const auto width = static_cast<std::size_t>(m_image.GetWidth());
-    const std::uint8_t *row = RowOf(m_image, y);
+    const std::size_t width = m_rows.Width();
+    const std::uint8_t *row = m_rows[y];
     for (std::size_t at = 0; at < width; at += WORD_BITS) {
         const std::size_t count = std::min<std::size_t>(width - at, WORD_BITS);
         std::array<std::uint8_t, WORD_BITS> listed;
@@ -122,14 +123,13 @@ void EllipticClass::MarkRow(int y, std::uint64_t *words) const {
 }
 
 ColourClass::ColourClass(const CTavixImage24 &image, const std::array<Bounds, 3> &bounds)
-    : m_image(image) {
+    : m_rows(image) {
     std::ranges::transform(bounds, m_bands.begin(),
                            [](const Bounds &channel) { return BandOf(channel.low, channel.high); });
 }
 
 void ColourClass::MarkRow(int y, std::uint64_t *words) const {
-    MarkColourBands(RowOf(m_image, y), static_cast<std::size_t>(m_image.GetWidth()), m_bands.data(),
-                    words);
+    MarkColourBands(m_rows[y], m_rows.Width(), m_bands.data(), words);
 }
 
 } // namespace tavix

@@ -62,6 +62,21 @@ public:
     virtual void MarkRow(int y, std::uint64_t *words) const = 0;
 };
 
+/// The rows of an image, which stays as it is.
+class PixelRows {
+public:
+    explicit PixelRows(const CTavixImage &image);
+
+    const std::uint8_t *operator[](int y) const { return m_first + m_stride * y; }
+    /// In pixels.
+    std::size_t Width() const { return m_width; }
+
+private:
+    const std::uint8_t *m_first;
+    std::ptrdiff_t m_stride;
+    std::size_t m_width;
+};
+
 /// Levels low to high, in int: none when low is above high.
 class BandClass : public PixelClass {
 public:
@@ -69,7 +84,7 @@ public:
     void MarkRow(int y, std::uint64_t *words) const override;
 
 private:
-    const CTavixImage8 &m_image;
+    PixelRows m_rows;
     ByteBand m_band;
 };
 
@@ -80,11 +95,11 @@ BandClass ThresholdClass(const CTavixImage8 &image, int threshold, int value);
 class ListedClass : public PixelClass {
 public:
     ListedClass(const CTavixImage8 &image, const ByteTable &isListed)
-        : m_image(image), m_isListed(isListed) {}
+        : m_rows(image), m_isListed(isListed) {}
     void MarkRow(int y, std::uint64_t *words) const override;
 
 private:
-    const CTavixImage8 &m_image;
+    PixelRows m_rows;
     ByteTable m_isListed;
 };
 
@@ -140,7 +155,7 @@ public:
     void MarkRow(int y, std::uint64_t *words) const override;
 
 private:
-    const CTavixImage24 &m_image;
+    PixelRows m_rows;
     std::array<ByteBand, 3> m_bands;
 };
 
