@@ -83,7 +83,7 @@ struct BlobSource {
 struct BlobScratch {
     BlobWalker::Scratch walk;
     RunLabeling::Scratch labeling;
-    std::vector<TavixArray::detail::PointBlock> blocks; ///< Empty between calls.
+    std::vector<TavixArray::detail::PointBlock> blocks; ///< Each empty between calls.
 };
 
 /// That of an image, made when it is needed.
